@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace cvlog::base {
+
+/// A font by its properties. A platform makes the real one.
+struct Font {
+    std::u16string face = u"MS Shell Dlg 2";
+    float points = 8.25F;
+    int weight = 400;
+    bool italic = false;
+    bool underline = false;
+    bool strikethrough = false;
+    friend bool operator==(const Font&, const Font&) = default;
+};
+
+} // namespace cvlog::base

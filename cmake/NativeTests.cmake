@@ -1,0 +1,18 @@
+# The portable tests and benchmarks, on this machine.
+
+set(patterns)
+foreach(folder base automation ports widgets hostapi core store view details host resources headless support posix)
+    list(APPEND patterns tests/${folder}/*.cpp tests/${folder}/*/*.cpp)
+endforeach()
+
+if(CVLOG_BENCH)
+    cvlog_sources(bench_sources bench/*.cpp bench/native/*.cpp)
+    cvlog_executable(bench_native SOURCES ${bench_sources} LINKS cvlog_headless)
+    return()
+endif()
+
+cvlog_sources(test_sources ${patterns})
+cvlog_executable(tests_native SOURCES ${test_sources} LINKS cvlog_headless cvlog_gtest)
+if(TARGET tests_native)
+    gtest_discover_tests(tests_native DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+endif()

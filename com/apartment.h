@@ -1,0 +1,43 @@
+#pragma once
+
+#include "core/globals.h"
+#include "platform/win32/services.h"
+
+#include <windows.h>
+
+#include <memory>
+#include <unordered_map>
+
+namespace cvlog::com {
+
+class DispatchShell;
+
+/// What all objects of one thread share. It is made with the thread's first object and goes with the last; a
+/// thread-local with a destructor would keep the library loaded, so the thread finds it through a TLS slot.
+class Apartment {
+public:
+    static bool allocateSlot() noexcept;
+    static void freeSlot() noexcept;
+
+    /// The calling thread's apartment, made if need be.
+    static std::shared_ptr<Apartment> enter();
+    /// The calling thread's apartment; null when it has no objects.
+    static Apartment* current() noexcept;
+
+    Apartment();
+    ~Apartment();
+    Apartment(const Apartment&) = delete;
+    Apartment& operator=(const Apartment&) = delete;
+
+    core::Globals& globals() noexcept { return *globals_; }
+
+    /// The shells that hosts see, by the object inside, so that one object has one identity. Not owned.
+    std::unordered_map<const automation::Object*, DispatchShell*> shells;
+
+private:
+    platform::win32::Services services_;
+    std::unique_ptr<store::Engine> engine_;
+    std::unique_ptr<core::Globals> globals_;
+};
+
+} // namespace cvlog::com

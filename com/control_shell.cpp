@@ -1,0 +1,199 @@
+#include "com/control_shell.h"
+
+#include "com/firewall.h"
+#include "com/guids.h"
+#include "com/type_library.h"
+#include "com/variants.h"
+#include "platform/win32/list_view_window.h"
+
+#include <olectl.h>
+
+namespace cvlog::com {
+
+namespace {
+
+constexpr SIZEL kDefaultExtent = {12'000, 6'000}; // in hundredths of a millimetre
+constexpr DWORD kMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
+                              OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
+
+automation::Value ambient(IOleClientSite* site, DISPID id) {
+    ComPtr<IDispatch> properties;
+    if (!site || FAILED(site->QueryInterface(IID_IDispatch, &properties))) return {};
+    VARIANT value;
+    VariantInit(&value);
+    DISPPARAMS none = {};
+    const HRESULT result = properties->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
+                                              &value, nullptr, nullptr);
+    const automation::Value read = SUCCEEDED(result) ? fromVariant(value) : automation::Value();
+    VariantClear(&value);
+    return read;
+}
+
+} // namespace
+
+ControlShell::ControlShell(IUnknown* outer, std::shared_ptr<Apartment> apartment)
+    : DispatchShell(outer, apartment, std::make_shared<view::LogControl>(apartment->globals())),
+      extent_(kDefaultExtent) {
+    control().focusChanged = [this](bool got) { focusChanged(got); };
+}
+
+ControlShell::~ControlShell() { control().focusChanged = nullptr; }
+
+void* ControlShell::interfaceOf(REFIID id) noexcept {
+    if (id == IID_IOleObject) return static_cast<IOleObject*>(this);
+    if (id == IID_IOleInPlaceObject || id == IID_IOleWindow) return static_cast<IOleInPlaceObject*>(this);
+    if (id == IID_IOleInPlaceActiveObject) return static_cast<IOleInPlaceActiveObject*>(this);
+    if (id == IID_IOleControl) return static_cast<IOleControl*>(this);
+    if (id == IID_IViewObject || id == IID_IViewObject2) return static_cast<IViewObject2*>(this);
+    if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2)
+        return static_cast<IProvideClassInfo2*>(this);
+    return DispatchShell::interfaceOf(id);
+}
+
+const IID* ControlShell::dispatchInterface() const noexcept { return &kControlInterface; }
+
+platform::win32::ListViewWindow* ControlShell::window() const noexcept {
+    return static_cast<platform::win32::ListViewWindow*>(control().lvLog().peer());
+}
+
+void ControlShell::readAmbients() {
+    const automation::Value userMode = ambient(site_.Get(), DISPID_AMBIENT_USERMODE);
+    control().setDesignMode(!userMode.isNothing() && !automation::toBoolean(userMode));
+}
+
+STDMETHODIMP ControlShell::SetClientSite(IOleClientSite* site) {
+    return firewall([&] {
+        if (!site) InPlaceDeactivate();
+        site_ = site;
+        if (site_) readAmbients();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP ControlShell::GetClientSite(IOleClientSite** site) {
+    return site ? site_.CopyTo(site) : E_POINTER;
+}
+
+STDMETHODIMP ControlShell::SetHostNames(LPCOLESTR, LPCOLESTR) { return S_OK; }
+
+STDMETHODIMP ControlShell::Close(DWORD) {
+    return firewall([&] {
+        const ComPtr<IUnknown> keep(outer());
+        InPlaceDeactivate();
+        if (advises_) advises_->SendOnClose();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP ControlShell::SetMoniker(DWORD, IMoniker*) { return E_NOTIMPL; }
+
+STDMETHODIMP ControlShell::GetMoniker(DWORD, DWORD, IMoniker** moniker) {
+    return moniker ? (*moniker = nullptr, E_NOTIMPL) : E_POINTER;
+}
+
+STDMETHODIMP ControlShell::InitFromData(IDataObject*, BOOL, DWORD) { return E_NOTIMPL; }
+
+STDMETHODIMP ControlShell::GetClipboardData(DWORD, IDataObject** data) {
+    return data ? (*data = nullptr, E_NOTIMPL) : E_POINTER;
+}
+
+STDMETHODIMP ControlShell::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND, LPCRECT) {
+    return firewall([&]() -> HRESULT {
+        const ComPtr<IUnknown> keep(outer());
+        switch (verb) {
+        case OLEIVERB_INPLACEACTIVATE:
+        case OLEIVERB_SHOW:
+            return activate(false);
+        case OLEIVERB_PRIMARY:
+        case OLEIVERB_UIACTIVATE:
+            return activate(true);
+        case OLEIVERB_HIDE:
+            UIDeactivate();
+            return InPlaceDeactivate();
+        default:
+            return verb > 0 ? OLEOBJ_S_INVALIDVERB : E_NOTIMPL;
+        }
+    });
+}
+
+STDMETHODIMP ControlShell::EnumVerbs(IEnumOLEVERB** verbs) {
+    return verbs ? (*verbs = nullptr, OLEOBJ_E_NOVERBS) : E_POINTER;
+}
+
+STDMETHODIMP ControlShell::Update() { return S_OK; }
+
+STDMETHODIMP ControlShell::IsUpToDate() { return S_OK; }
+
+STDMETHODIMP ControlShell::GetUserClassID(CLSID* id) { return id ? (*id = kControlClass, S_OK) : E_POINTER; }
+
+STDMETHODIMP ControlShell::GetUserType(DWORD, LPOLESTR* type) {
+    if (!type) return E_POINTER;
+    constexpr wchar_t kName[] = L"Activity log";
+    *type = static_cast<LPOLESTR>(CoTaskMemAlloc(sizeof kName));
+    if (!*type) return E_OUTOFMEMORY;
+    wcscpy(*type, kName);
+    return S_OK;
+}
+
+STDMETHODIMP ControlShell::SetExtent(DWORD aspect, SIZEL* size) {
+    if (!size) return E_POINTER;
+    if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+    extent_ = *size;
+    return S_OK;
+}
+
+STDMETHODIMP ControlShell::GetExtent(DWORD aspect, SIZEL* size) {
+    if (!size) return E_POINTER;
+    if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+    *size = extent_;
+    return S_OK;
+}
+
+STDMETHODIMP ControlShell::Advise(IAdviseSink* sink, DWORD* connection) {
+    if (!advises_) {
+        const HRESULT made = CreateOleAdviseHolder(&advises_);
+        if (FAILED(made)) return made;
+    }
+    return advises_->Advise(sink, connection);
+}
+
+STDMETHODIMP ControlShell::Unadvise(DWORD connection) {
+    return advises_ ? advises_->Unadvise(connection) : OLE_E_NOCONNECTION;
+}
+
+STDMETHODIMP ControlShell::EnumAdvise(IEnumSTATDATA** connections) {
+    if (!connections) return E_POINTER;
+    *connections = nullptr;
+    return advises_ ? advises_->EnumAdvise(connections) : S_OK;
+}
+
+STDMETHODIMP ControlShell::GetMiscStatus(DWORD, DWORD* status) {
+    return status ? (*status = kMiscStatus, S_OK) : E_POINTER;
+}
+
+STDMETHODIMP ControlShell::SetColorScheme(LOGPALETTE*) { return E_NOTIMPL; }
+
+STDMETHODIMP ControlShell::GetControlInfo(CONTROLINFO* info) {
+    if (!info) return E_POINTER;
+    *info = {sizeof(CONTROLINFO), nullptr, 0, 0};
+    return S_OK;
+}
+
+STDMETHODIMP ControlShell::OnMnemonic(MSG*) { return S_OK; }
+
+STDMETHODIMP ControlShell::OnAmbientPropertyChange(DISPID property) {
+    return firewall([&] {
+        if (property == DISPID_AMBIENT_USERMODE || property == DISPID_UNKNOWN) readAmbients();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP ControlShell::FreezeEvents(BOOL) { return S_OK; }
+
+STDMETHODIMP ControlShell::GetClassInfo(ITypeInfo** info) { return typeInfoOf(kControlClass, info); }
+
+STDMETHODIMP ControlShell::GetGUID(DWORD, GUID* id) {
+    return id ? (*id = GUID_NULL, E_INVALIDARG) : E_POINTER;
+}
+
+} // namespace cvlog::com

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "com/com_ptr.h"
+#include "com/dispatch_shell.h"
+#include "view/log_control.h"
+
+#include <windows.h>
+
+#include <ocidl.h>
+#include <oleidl.h>
+
+namespace cvlog::platform::win32 {
+class ListViewWindow;
+}
+
+namespace cvlog::com {
+
+/// The class CVLogControl: the log control inside an ActiveX container. The list's window lives from creation to the
+/// final release; activation moves it into the container's window, deactivation moves it back under the hidden one.
+class ControlShell final : public DispatchShell,
+                           public IOleObject,
+                           public IOleInPlaceObject,
+                           public IOleInPlaceActiveObject,
+                           public IOleControl,
+                           public IViewObject2,
+                           public IProvideClassInfo2 {
+public:
+    ControlShell(IUnknown* outer, std::shared_ptr<Apartment> apartment);
+    ~ControlShell() override;
+
+    CVLOG_DELEGATE_UNKNOWN()
+
+    // IOleObject
+    STDMETHODIMP SetClientSite(IOleClientSite* site) override;
+    STDMETHODIMP GetClientSite(IOleClientSite** site) override;
+    STDMETHODIMP SetHostNames(LPCOLESTR application, LPCOLESTR document) override;
+    STDMETHODIMP Close(DWORD saveOption) override;
+    STDMETHODIMP SetMoniker(DWORD which, IMoniker* moniker) override;
+    STDMETHODIMP GetMoniker(DWORD assign, DWORD which, IMoniker** moniker) override;
+    STDMETHODIMP InitFromData(IDataObject* data, BOOL creation, DWORD reserved) override;
+    STDMETHODIMP GetClipboardData(DWORD reserved, IDataObject** data) override;
+    STDMETHODIMP DoVerb(LONG verb, LPMSG message, IOleClientSite* site, LONG index, HWND parent,
+                        LPCRECT position) override;
+    STDMETHODIMP EnumVerbs(IEnumOLEVERB** verbs) override;
+    STDMETHODIMP Update() override;
+    STDMETHODIMP IsUpToDate() override;
+    STDMETHODIMP GetUserClassID(CLSID* id) override;
+    STDMETHODIMP GetUserType(DWORD form, LPOLESTR* type) override;
+    STDMETHODIMP SetExtent(DWORD aspect, SIZEL* size) override;
+    STDMETHODIMP GetExtent(DWORD aspect, SIZEL* size) override;
+    STDMETHODIMP Advise(IAdviseSink* sink, DWORD* connection) override;
+    STDMETHODIMP Unadvise(DWORD connection) override;
+    STDMETHODIMP EnumAdvise(IEnumSTATDATA** connections) override;
+    STDMETHODIMP GetMiscStatus(DWORD aspect, DWORD* status) override;
+    STDMETHODIMP SetColorScheme(LOGPALETTE* palette) override;
+
+    // IOleWindow, of both in-place interfaces
+    STDMETHODIMP GetWindow(HWND* window) override;
+    STDMETHODIMP ContextSensitiveHelp(BOOL enter) override;
+
+    // IOleInPlaceObject
+    STDMETHODIMP InPlaceDeactivate() override;
+    STDMETHODIMP UIDeactivate() override;
+    STDMETHODIMP SetObjectRects(LPCRECT position, LPCRECT clip) override;
+    STDMETHODIMP ReactivateAndUndo() override;
+
+    // IOleInPlaceActiveObject
+    STDMETHODIMP TranslateAccelerator(LPMSG message) override;
+    STDMETHODIMP OnFrameWindowActivate(BOOL activate) override;
+    STDMETHODIMP OnDocWindowActivate(BOOL activate) override;
+    STDMETHODIMP ResizeBorder(LPCRECT border, IOleInPlaceUIWindow* window, BOOL frameWindow) override;
+    STDMETHODIMP EnableModeless(BOOL enable) override;
+
+    // IOleControl
+    STDMETHODIMP GetControlInfo(CONTROLINFO* info) override;
+    STDMETHODIMP OnMnemonic(MSG* message) override;
+    STDMETHODIMP OnAmbientPropertyChange(DISPID property) override;
+    STDMETHODIMP FreezeEvents(BOOL freeze) override;
+
+    // IViewObject2
+    STDMETHODIMP Draw(DWORD aspect, LONG index, void* hints, DVTARGETDEVICE* device, HDC target, HDC draw,
+                      LPCRECTL bounds, LPCRECTL windowBounds, BOOL(STDMETHODCALLTYPE* proceed)(ULONG_PTR),
+                      ULONG_PTR proceedArgument) override;
+    STDMETHODIMP GetColorSet(DWORD aspect, LONG index, void* hints, DVTARGETDEVICE* device, HDC target,
+                             LOGPALETTE** colours) override;
+    STDMETHODIMP Freeze(DWORD aspect, LONG index, void* hints, DWORD* key) override;
+    STDMETHODIMP Unfreeze(DWORD key) override;
+    STDMETHODIMP SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) override;
+    STDMETHODIMP GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) override;
+    STDMETHODIMP GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, LPSIZEL size) override;
+
+    // IProvideClassInfo2
+    STDMETHODIMP GetClassInfo(ITypeInfo** info) override;
+    STDMETHODIMP GetGUID(DWORD kind, GUID* id) override;
+
+protected:
+    void* interfaceOf(REFIID id) noexcept override;
+    const IID* dispatchInterface() const noexcept override;
+
+private:
+    view::LogControl& control() const noexcept { return static_cast<view::LogControl&>(*target()); }
+    /// Null once the control's list has lost its window.
+    platform::win32::ListViewWindow* window() const noexcept;
+    HRESULT activate(bool userInterface);
+    HRESULT activateInPlace();
+    HRESULT activateUserInterface();
+    void focusChanged(bool got);
+    void readAmbients();
+
+    ComPtr<IOleClientSite> site_;
+    ComPtr<IOleInPlaceSite> inPlaceSite_;
+    ComPtr<IOleInPlaceFrame> frame_;
+    ComPtr<IOleAdviseHolder> advises_;
+    ComPtr<IAdviseSink> viewSink_;
+    DWORD viewAspects_ = 0;
+    DWORD viewFlags_ = 0;
+    SIZEL extent_;
+    bool inPlaceActive_ = false;
+    bool userInterfaceActive_ = false;
+};
+
+} // namespace cvlog::com

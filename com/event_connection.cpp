@@ -1,0 +1,146 @@
+#include "com/event_connection.h"
+
+#include "automation/error.h"
+#include "base/failure.h"
+#include "com/com_ptr.h"
+#include "com/foreign_object.h"
+#include "com/module.h"
+#include "com/variants.h"
+
+#include <ocidl.h>
+
+#include <atomic>
+#include <vector>
+
+namespace cvlog::com {
+
+namespace {
+
+using automation::EventSink;
+using automation::Value;
+
+/// Our ear at a foreign object: an IDispatch that also answers to the events' own interface.
+class SinkDispatch final : public IDispatch {
+public:
+    SinkDispatch(std::shared_ptr<EventSink> sink, const IID& events)
+        : sink_(std::move(sink)), events_(events) {}
+
+    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+        if (!object) return E_POINTER;
+        const bool known = id == IID_IUnknown || id == IID_IDispatch || id == events_;
+        *object = known ? static_cast<IDispatch*>(this) : nullptr;
+        if (!known) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG left = --references_;
+        if (left == 0) delete this;
+        return left;
+    }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override { return count ? (*count = 0, S_OK) : E_POINTER; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
+                        UINT*) override {
+        base::ignoring([&] { forward(id, parameters); });
+        return S_OK;
+    }
+
+private:
+    void forward(DISPID id, DISPPARAMS* parameters) {
+        std::vector<Value> arguments;
+        for (UINT i = parameters ? parameters->cArgs : 0; i > 0; --i)
+            arguments.push_back(fromVariant(parameters->rgvarg[i - 1]));
+        const std::shared_ptr<EventSink> keep = sink_;
+        keep->onEvent(id, arguments);
+    }
+
+    ModuleLock lock_;
+    std::atomic<ULONG> references_{1};
+    std::shared_ptr<EventSink> sink_;
+    IID events_;
+};
+
+class EventConnection final : public automation::Connection {
+public:
+    EventConnection(ComPtr<IConnectionPoint> point, DWORD cookie)
+        : point_(std::move(point)), cookie_(cookie) {}
+    ~EventConnection() override { point_->Unadvise(cookie_); }
+
+private:
+    ComPtr<IConnectionPoint> point_;
+    DWORD cookie_;
+};
+
+// The default source: what the class says, else the first connection point there is.
+ComPtr<IConnectionPoint> defaultPoint(IDispatch* source) {
+    ComPtr<IConnectionPointContainer> container;
+    ComPtr<IConnectionPoint> point;
+    if (FAILED(source->QueryInterface(IID_IConnectionPointContainer, &container))) return nullptr;
+    ComPtr<IProvideClassInfo2> classInfo;
+    GUID id = {};
+    if (SUCCEEDED(source->QueryInterface(IID_IProvideClassInfo2, &classInfo)) &&
+        SUCCEEDED(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id)) &&
+        SUCCEEDED(container->FindConnectionPoint(id, &point)))
+        return point;
+    if (SUCCEEDED(container->FindConnectionPoint(IID_IDispatch, &point))) return point;
+    ComPtr<IEnumConnectionPoints> all;
+    ULONG got = 0;
+    if (SUCCEEDED(container->EnumConnectionPoints(&all)) && all->Next(1, &point, &got) == S_OK) return point;
+    return nullptr;
+}
+
+/// A host's ear at one of our objects.
+class HostSink final : public EventSink {
+public:
+    explicit HostSink(IDispatch* sink) : sink_(sink) {}
+
+    void onEvent(std::int32_t id, std::span<Value> arguments) override {
+        std::vector<VARIANT> values(arguments.size());
+        std::vector<VARIANT> references(arguments.size());
+        for (std::size_t i = 0; i < arguments.size(); ++i)
+            makeReference(arguments[i], values[i], references[arguments.size() - 1 - i]);
+        DISPPARAMS parameters = {references.data(), nullptr, static_cast<UINT>(references.size()), 0};
+        const ComPtr<IDispatch> keep(sink_);
+        keep->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, nullptr,
+                     nullptr);
+        for (std::size_t i = 0; i < arguments.size(); ++i) {
+            base::ignoring([&] { arguments[i] = fromVariant(values[i]); });
+            VariantClear(&values[i]);
+        }
+    }
+
+private:
+    // Key codes go by reference, in the type that handlers declare; everything else by value.
+    static void makeReference(const Value& value, VARIANT& place, VARIANT& reference) {
+        toVariant(value, &place);
+        reference = place; // shares what `place` owns; only `place` is cleared
+        if (place.vt == VT_I2) {
+            reference.vt = VT_I2 | VT_BYREF;
+            reference.piVal = &place.iVal;
+        }
+    }
+
+    ComPtr<IDispatch> sink_;
+};
+
+} // namespace
+
+std::unique_ptr<automation::Connection> connectEvents(IDispatch* source, std::shared_ptr<EventSink> sink) {
+    const ComPtr<IConnectionPoint> point = defaultPoint(source);
+    if (!point)
+        throw automation::AutomationError(automation::code::kNoConnection, u"The object raises no events");
+    IID events = IID_IDispatch;
+    point->GetConnectionInterface(&events);
+    const ComPtr<IDispatch> dispatch = adopt<IDispatch>(new SinkDispatch(std::move(sink), events));
+    DWORD cookie = 0;
+    const HRESULT result = point->Advise(dispatch.Get(), &cookie);
+    if (FAILED(result)) throw automation::AutomationError(result, u"The object refuses the connection");
+    return std::make_unique<EventConnection>(point, cookie);
+}
+
+std::shared_ptr<EventSink> makeHostSink(IDispatch* sink) { return std::make_shared<HostSink>(sink); }
+
+} // namespace cvlog::com

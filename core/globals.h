@@ -1,0 +1,95 @@
+#pragma once
+
+#include "base/date_time.h"
+#include "core/log_views.h"
+#include "core/series.h"
+#include "hostapi/options_document.h"
+#include "hostapi/workspace.h"
+#include "ports/clock.h"
+#include "ports/collator.h"
+#include "ports/file_system.h"
+#include "ports/message_boxes.h"
+#include "ports/pictures.h"
+#include "ports/settings_store.h"
+#include "ports/text_measurer.h"
+#include "resources/string_table.h"
+#include "store/engine.h"
+#include "widgets/image_list.h"
+#include "widgets/list_view_peer.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace cvlog::core {
+
+class CVLog;
+
+/// What the component needs of the system it runs on. Nothing here is owned; all of it outlives the Globals.
+struct Platform {
+    ports::Clock& clock;
+    ports::MessageBoxes& messages;
+    ports::FileSystem& files;
+    ports::SettingsStore& settings;
+    ports::Collator& collator;
+    ports::TextMeasurer& measurer;
+    ports::Pictures& pictures;
+    widgets::PeerFactory& peers;
+    store::Engine& engine;
+    resources::Language language;
+
+    /// The services of a body, which names them as here.
+    template <class Services>
+    static Platform of(Services& services, store::Engine& engine) {
+        return {services.clock,    services.messages, services.files,
+                services.settings, services.collator, services.measurer,
+                services.pictures, services.peers,    engine,
+                services.language};
+    }
+};
+
+/// What the host's options say.
+struct OptionState {
+    hostapi::OptionsDocument UserOptions;
+    bool KeepInSession = false;
+    bool DockedOption = false;
+    /// By the first character of a kind of errors-file line, case-folded: true when lines of that kind are hidden.
+    std::map<char16_t, bool> ErrorsListFilter;
+};
+
+struct StoreState {
+    hostapi::Workspace Workspace; // none when closed
+    std::shared_ptr<store::Database> LogDatabase;
+    std::shared_ptr<store::Recordset> LogRecordset;
+    std::int32_t LastRecordNum = 0;
+    /// The log object that last opened the database.
+    std::shared_ptr<CVLog> CurrentLog;
+    std::u16string IconsDir;
+    std::u16string HelpFile;
+};
+
+/// What the hidden resource form holds for all lists.
+struct LogResources {
+    std::shared_ptr<widgets::ImageList> ilLog;
+    std::shared_ptr<widgets::ImageList> ilSort;
+};
+
+/// The state that all objects of one apartment share. Passed by reference; there is no other mutable state.
+struct Globals {
+    explicit Globals(const Platform& services) : platform(services) {}
+    Globals(const Globals&) = delete;
+    Globals& operator=(const Globals&) = delete;
+
+    Platform platform;
+    Series series;
+    base::LocalTime LastEntryTime;
+    bool LogWindowVisible = false;
+    bool ExpansionBusy = false;
+    OptionState options;
+    StoreState store;
+    core::LogViews LogViews;
+    std::unique_ptr<LogResources> frmLogResources; // null while unloaded
+};
+
+} // namespace cvlog::core

@@ -1,0 +1,38 @@
+#include "core/log_resources.h"
+
+#include "base/failure.h"
+
+namespace cvlog::core {
+
+namespace {
+
+void addBuiltIn(Globals& globals, widgets::ImageList& images,
+                std::initializer_list<std::u16string_view> keys) {
+    for (const std::u16string_view key : keys)
+        base::ignoring([&] { images.add(key, globals.platform.pictures.builtIn(key)); });
+}
+
+} // namespace
+
+LogResources& LoadLogResources(Globals& globals) {
+    if (!globals.frmLogResources) {
+        auto form = std::make_unique<LogResources>();
+        form->ilLog = std::make_shared<widgets::ImageList>();
+        form->ilSort = std::make_shared<widgets::ImageList>();
+        addBuiltIn(globals, *form->ilLog, {u"Good", u"Suspect", u"Failure", u"Cancel", u"Bad", u"Session"});
+        addBuiltIn(globals, *form->ilSort, {u"SortEmpty", u"SortUp", u"SortDown"});
+        globals.frmLogResources = std::move(form);
+    }
+    return *globals.frmLogResources;
+}
+
+void AttachImageLists(Globals& globals, widgets::ListView& list) noexcept {
+    base::ignoring([&] {
+        if (!list.headerIcons()) list.setHeaderIcons(LoadLogResources(globals).ilSort);
+    });
+    base::ignoring([&] {
+        if (!list.smallIcons()) list.setSmallIcons(LoadLogResources(globals).ilLog);
+    });
+}
+
+} // namespace cvlog::core

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "widgets/list_view.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cvlog::core {
+
+/// The lists of all live log controls, oldest first. The key of a list is its window handle in decimal followed by
+/// "k". All lists hold the same rows in the same order.
+class LogViews {
+public:
+    using ListRef = std::shared_ptr<widgets::ListView>;
+
+    static std::u16string keyOf(const widgets::ListView& list);
+
+    /// Nothing happens when the key is already there.
+    void add(ListRef list);
+    /// Nothing happens when the key is not there.
+    void remove(std::u16string_view key);
+
+    int count() const noexcept { return static_cast<int>(entries_.size()); }
+    /// The oldest live list; null when there is none.
+    ListRef first() const { return entries_.empty() ? nullptr : entries_.front().list; }
+    /// The lists of this moment, kept alive while the caller walks them.
+    std::vector<ListRef> all() const;
+
+private:
+    struct Entry {
+        std::u16string key;
+        ListRef list;
+    };
+    std::vector<Entry> entries_;
+};
+
+} // namespace cvlog::core

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "hostapi/late_bound.h"
+
+#include <string>
+
+namespace cvlog::hostapi {
+
+/// An element of the options document.
+class OptionNode : public LateBound {
+public:
+    using LateBound::LateBound;
+    /// "" when the attribute is missing.
+    std::u16string attribute(std::u16string_view name) const {
+        const automation::Value value = required()->invoke(u"getAttribute", name);
+        return value.isNothing() ? std::u16string() : automation::toText(value);
+    }
+    OptionNode nextSibling() const { return OptionNode(objectOf(u"nextSibling")); }
+};
+
+class OptionsDocument : public LateBound {
+public:
+    using LateBound::LateBound;
+    /// Nothing when no node fits.
+    OptionNode selectSingleNode(std::u16string_view xpath) const {
+        return OptionNode(automation::toObject(required()->invoke(u"selectSingleNode", xpath)));
+    }
+};
+
+} // namespace cvlog::hostapi

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "hostapi/repository.h"
+
+#include <string>
+
+namespace cvlog::hostapi {
+
+/// A method that the host's tools apply to objects.
+class Method : public LateBound {
+public:
+    using LateBound::LateBound;
+    std::u16string displayName() const { return text(u"DisplayName"); }
+    std::u16string aliasId() const { return text(u"AliasID"); } // "" when the method stands for itself
+};
+
+enum class HostName { ProjectDirectory = 4, ProjectName = 6, ProductDirectory = 16 };
+
+/// The host's workspace: the one object through which the component reaches its host.
+class Workspace : public LateBound {
+public:
+    using LateBound::LateBound;
+
+    automation::ObjectRef userOptions() const { return objectOf(u"UserOptions"); }
+    Repository repository() const { return Repository(objectOf(u"Repository")); }
+    RepositoryObject projectObject() const { return RepositoryObject(objectOf(u"ProjectObject")); }
+    /// Nothing for an unknown identifier.
+    Method method(std::u16string_view id) const { return Method(Collection(objectOf(u"Methods")).item(id)); }
+    Collection activeToolList() const { return Collection(objectOf(u"ActiveToolList")); }
+
+    std::u16string name(HostName kind) const {
+        return automation::toText(required()->invoke(u"GetCalvettaName", static_cast<std::int32_t>(kind)));
+    }
+    std::u16string returnCodeText(std::int32_t code) const {
+        return automation::toText(required()->invoke(u"TranslateReturnCode", code));
+    }
+    std::u16string productName() const { return productInfo(u"Product.Name"); }
+    std::u16string workbenchName() const { return productInfo(u"Workbench.Name"); }
+    std::u16string helpFile() const {
+        return automation::toText(required()->invoke(u"GetHelpFile", u"Calvetta.hlp"));
+    }
+
+private:
+    std::u16string productInfo(std::u16string_view name) const {
+        return automation::toText(required()->invoke(u"GetProductInfo", name));
+    }
+};
+
+} // namespace cvlog::hostapi

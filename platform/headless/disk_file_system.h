@@ -1,0 +1,15 @@
+#pragma once
+
+#include "ports/file_system.h"
+
+namespace cvlog::platform::headless {
+
+/// The real files of this machine; the host's "\" stands for "/".
+class DiskFileSystem : public ports::FileSystem {
+public:
+    bool fileExists(std::u16string_view path) override;
+    std::string nativePath(std::u16string_view path) override;
+    std::vector<std::byte> firstBytes(std::u16string_view path, std::size_t count) override;
+};
+
+} // namespace cvlog::platform::headless

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/headless/call_gate.h"
+#include "platform/headless/headless_clock.h"
+#include "platform/headless/headless_collator.h"
+#include "platform/headless/headless_list_view_peer.h"
+#include "platform/headless/headless_pictures.h"
+#include "platform/headless/headless_text_measurer.h"
+#include "platform/headless/memory_file_system.h"
+#include "platform/headless/memory_settings.h"
+#include "platform/headless/recording_message_boxes.h"
+#include "resources/string_table.h"
+
+namespace cvlog::platform::headless {
+
+/// A whole platform without a screen. It outlives everything that is built on its services.
+struct HeadlessPlatform {
+    HeadlessPlatform() = default;
+    HeadlessPlatform(const HeadlessPlatform&) = delete;
+    HeadlessPlatform& operator=(const HeadlessPlatform&) = delete;
+
+    CallGate gate;
+    HeadlessClock clock;
+    RecordingMessageBoxes messages{gate};
+    MemoryFileSystem files{gate};
+    MemorySettings settings{gate};
+    HeadlessCollator collator;
+    HeadlessTextMeasurer measurer;
+    HeadlessPictures pictures{gate, files};
+    HeadlessPeerFactory peers{gate};
+    resources::Language language = resources::Language::English;
+};
+
+} // namespace cvlog::platform::headless

@@ -1,0 +1,72 @@
+#include "platform/win32/list_cells.h"
+
+#include "base/text.h"
+#include "platform/win32/wide_text.h"
+
+#include <algorithm>
+
+namespace cvlog::platform::win32 {
+
+namespace {
+
+bool isHighSurrogate(char16_t unit) noexcept { return (unit & 0xFC00) == 0xD800; }
+
+/// Fills a buffer of `size` units, the ending NUL included.
+void copyShown(std::u16string_view text, wchar_t* buffer, int size) noexcept {
+    if (!buffer || size <= 0) return;
+    std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
+    if (length < text.size() && length > 0 && isHighSurrogate(text[length - 1]))
+        --length; // never half a character
+    std::transform(
+        text.begin(), text.begin() + static_cast<std::ptrdiff_t>(length), buffer,
+        [](char16_t unit) { return unit < u' ' || unit == 0x7F ? L' ' : static_cast<wchar_t>(unit); });
+    buffer[length] = L'\0';
+}
+
+bool hasRow(const widgets::ListView& model, int index) noexcept {
+    return index >= 0 && index < model.rowCount();
+}
+
+} // namespace
+
+void answerCell(const widgets::ListView& model, ListImages& icons, NMLVDISPINFOW& question) {
+    LVITEMW& item = question.item;
+    const bool known = hasRow(model, item.iItem);
+    const widgets::RowContent* row = known ? &model.row(item.iItem + 1) : nullptr;
+    const int column = item.iSubItem + 1;
+    if (item.mask & LVIF_TEXT)
+        copyShown(row ? row->columnText(column) : std::u16string_view(), item.pszText, item.cchTextMax);
+    if (item.mask & LVIF_IMAGE) {
+        const std::u16string_view key =
+            !row ? std::u16string_view() : (column == 1 ? row->smallIcon() : row->cellIcon(column - 1));
+        const int index = icons.indexOf(key);
+        item.iImage = index >= 0 ? index : I_IMAGENONE;
+    }
+}
+
+void answerToolTip(const widgets::ListView& model, NMLVGETINFOTIPW& question) {
+    if (!hasRow(model, question.iItem)) return;
+    LVHITTESTINFO hit{};
+    GetCursorPos(&hit.pt);
+    ScreenToClient(question.hdr.hwndFrom, &hit.pt);
+    SendMessageW(question.hdr.hwndFrom, LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    if (hit.iItem != question.iItem) return;
+    const std::u16string_view tip = model.row(question.iItem + 1).cellToolTip(hit.iSubItem);
+    if (!tip.empty()) copyShown(tip, question.pszText, question.cchTextMax);
+}
+
+int findTyped(const widgets::ListView& model, const NMLVFINDITEMW& question) {
+    if ((question.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || !question.lvfi.psz) return -1;
+    const std::u16string typed = fromWide(question.lvfi.psz);
+    const int count = model.rowCount();
+    const int start = std::max(0, question.iStart);
+    const int searched = question.lvfi.flags & LVFI_WRAP ? count : count - start;
+    for (int i = 0; i < searched; ++i) {
+        const int index = (start + i) % count;
+        const std::u16string_view text = model.row(index + 1).text();
+        if (base::equalsIgnoringCase(text.substr(0, typed.size()), typed)) return index;
+    }
+    return -1;
+}
+
+} // namespace cvlog::platform::win32

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/win32/list_images.h"
+#include "widgets/list_view.h"
+
+namespace cvlog::platform::win32 {
+
+// What a list window asks about its cells, answered from the model. A row that the model does not have any
+// more, or not yet, is blank: the window hears of changes only when a batch ends.
+
+/// Text and icon. Control characters are drawn as blanks; what does not fit the window's buffer is cut.
+void answerCell(const widgets::ListView& model, ListImages& icons, NMLVDISPINFOW& question);
+
+/// The tool tip of the cell under the mouse, when it has one of its own.
+void answerToolTip(const widgets::ListView& model, NMLVGETINFOTIPW& question);
+
+/// The index of the row whose first column starts with what the user types; -1 for none.
+int findTyped(const widgets::ListView& model, const NMLVFINDITEMW& question);
+
+} // namespace cvlog::platform::win32

@@ -1,0 +1,100 @@
+// What happens in a list's window: what the user does, and what the system asks and tells.
+
+#include "platform/win32/list_cells.h"
+#include "platform/win32/list_view_window.h"
+#include "platform/win32/screen_units.h"
+
+namespace cvlog::platform::win32 {
+
+bool ListViewWindow::beforeMessage(UINT message, WPARAM& wParam, LPARAM lParam, LRESULT& result) {
+    if (ListInput::isInput(message) && selection_.shifted()) flush(); // the user means the rows that are seen
+    if (const NMHEADERW* notice = headerNotice(message, lParam); notice && columns_.refuses(*notice)) {
+        result = TRUE;
+        return true;
+    }
+    return input_.before(message, wParam);
+}
+
+void ListViewWindow::afterMessage(UINT message, WPARAM, LPARAM lParam, LRESULT result) {
+    if (!list()) return; // a parent took it along
+    if (const NMHEADERW* notice = headerNotice(message, lParam))
+        if (columns_.userChanged(*notice, result != 0, dpi_)) frame_->postLater();
+    if (!ListInput::isInput(message)) return;
+    selection_.pullIfMissed(list());
+    input_.after(message);
+}
+
+const NMHEADERW* ListViewWindow::headerNotice(UINT message, LPARAM lParam) const noexcept {
+    if (message != WM_NOTIFY) return nullptr;
+    const auto* notice = reinterpret_cast<const NMHEADERW*>(lParam);
+    const auto code = static_cast<int>(notice->hdr.code);
+    const bool isHeaderCode = code <= static_cast<int>(HDN_FIRST) && code >= static_cast<int>(HDN_LAST);
+    return isHeaderCode && notice->hdr.hwndFrom == reinterpret_cast<HWND>(send(LVM_GETHEADER)) ? notice
+                                                                                               : nullptr;
+}
+
+LRESULT ListViewWindow::notified(NMHDR& header) {
+    using Owner = widgets::ListViewOwner;
+    switch (header.code) {
+    case LVN_GETDISPINFOW:
+        answerCell(model_, icons_, reinterpret_cast<NMLVDISPINFOW&>(header));
+        break;
+    case LVN_GETINFOTIPW:
+        answerToolTip(model_, reinterpret_cast<NMLVGETINFOTIPW&>(header));
+        break;
+    case LVN_ODFINDITEMW:
+        return findTyped(model_, reinterpret_cast<NMLVFINDITEMW&>(header));
+    case LVN_ITEMCHANGED:
+    case LVN_ODSTATECHANGED:
+        itemsChanged(header);
+        break;
+    case NM_CLICK:
+    case NM_RCLICK:
+        input_.clicked();
+        break;
+    // The list may be gone after each of these.
+    case LVN_COLUMNCLICK: {
+        const int column = reinterpret_cast<NMLISTVIEW&>(header).iSubItem + 1;
+        owner_([column](Owner& owner) { owner.columnClicked(column); });
+        break;
+    }
+    case NM_DBLCLK: {
+        input_.clicked();
+        selection_.pullIfMissed(list());
+        owner_([](Owner& owner) { owner.doubleClicked(); });
+        break;
+    }
+    case NM_SETFOCUS:
+        owner_([](Owner& owner) { owner.gotFocus(); });
+        break;
+    case NM_KILLFOCUS:
+        owner_([](Owner& owner) { owner.lostFocus(); });
+        break;
+    default:
+        break;
+    }
+    return 0;
+}
+
+void ListViewWindow::itemsChanged(const NMHDR& header) {
+    if (selection_.pushing()) return;
+    if (header.code == LVN_ODSTATECHANGED) {
+        selection_.pull(list());
+        return;
+    }
+    const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+    const UINT states = change.uOldState ^ change.uNewState;
+    if (change.iItem < 0)
+        selection_.pull(list());
+    else if (states & LVIS_SELECTED)
+        selection_.userChanged(change.iItem, (change.uNewState & LVIS_SELECTED) != 0);
+    selection_.pullFocus(list());
+}
+
+void ListViewWindow::surroundingsChanged() { appearanceChanged(); }
+
+void ListViewWindow::laterCame() {
+    if (!pending_.columns) columns_.pullOrder(list()); // what the program set since counts more
+}
+
+} // namespace cvlog::platform::win32

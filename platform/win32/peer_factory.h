@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/win32/host_window.h"
+#include "widgets/list_view_peer.h"
+
+namespace cvlog::platform::win32 {
+
+/// Makes lists' windows. The host outlives the factory and the peers.
+class PeerFactory : public widgets::PeerFactory {
+public:
+    explicit PeerFactory(HostWindow& host) noexcept : host_(host) {}
+    std::unique_ptr<widgets::ListViewPeer> makeListView(widgets::ListView& list) override;
+
+private:
+    HostWindow& host_;
+};
+
+} // namespace cvlog::platform::win32

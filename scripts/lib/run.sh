@@ -1,0 +1,81 @@
+# The workbench on a project: on the user's display, else on a virtual one, leaving a screenshot.
+
+dev_run() {
+    local given=${1:-} project
+    [ -n "$given" ] && given=$(cd "$cd_from" && readlink -m "$given")
+    need_windows || fail "The workbench cannot be built: $need_problem"
+    build windows-x64 || fail "The workbench was not built"
+    [ -e build/windows-x64/bin/workbench.exe ] || fail "The workbench was not built: it has no sources here"
+    if [ -z "$given" ]; then
+        make_project || fail "The project was not made"
+        given=$root/build/project
+    fi
+    open_project "$given" || exit 1
+    if [ -n "${DISPLAY:-}" ]; then run_shown; else run_virtual; fi
+}
+
+# The window stays until the user closes it.
+run_shown() {
+    wine_start || fail "Wine does not start (build/log/wineboot.log)"
+    workbench_managed Y
+    step "Starting the workbench on $DISPLAY; close its window to end"
+    wine build/windows-x64/bin/workbench.exe "$(windows_path "$project")" </dev/null >build/log/workbench.log 2>&1 ||
+        fail "The workbench ended with code $? (build/log/workbench.log)"
+    closing_line
+}
+
+run_virtual() {
+    local ready=$root/build/run/ready.txt picture pid
+    picture=build/screenshots/$(basename "$project").png
+    display_start || fail "No display to show the workbench on"
+    wine_start || fail "Wine does not start (build/log/wineboot.log)"
+    workbench_managed N
+    mkdir -p build/run build/screenshots
+    rm -f "$ready" "$picture"
+    step "Starting the workbench on a virtual display"
+    wine build/windows-x64/bin/workbench.exe /auto "$(windows_path "$ready")" "$(windows_path "$project")" \
+        </dev/null >build/log/workbench.log 2>&1 &
+    pid=$!
+    at_end kill "$pid"
+    wait_for_file "$ready" "$pid" 300 ||
+        fail "The workbench did not become ready: $(tail -n 3 build/log/workbench.log | tr -d '\r')"
+    /usr/bin/import -window root "$picture"
+    rm -f "$ready"
+    wait_for_end "$pid" 30 || fail "The workbench did not end"
+    wait "$pid" || fail "The workbench ended with code $? (build/log/workbench.log)"
+    [ "$(/usr/bin/identify -format %k "$picture")" -gt 2 ] || fail "Nothing is shown: $picture"
+    say "    Screenshot: $picture"
+    closing_line
+}
+
+# A window manager is there on a user's display and not on a virtual one.
+workbench_managed() {
+    quietly build/log/wine-settings.log \
+        wine_setting 'HKCU\Software\Wine\AppDefaults\workbench.exe\X11 Driver' Managed REG_SZ "$1"
+}
+
+# wait_for_file FILE PID SECONDS: until the file has content; false when the process ends first or time is up.
+wait_for_file() {
+    local _
+    for _ in $(seq $(($3 * 10))); do
+        [ -s "$1" ] && return 0
+        kill -0 "$2" 2>/dev/null || return 1
+        sleep 0.1
+    done
+    return 1
+}
+
+wait_for_end() {
+    local _
+    for _ in $(seq $(($2 * 10))); do
+        kill -0 "$1" 2>/dev/null || return 0
+        sleep 0.1
+    done
+    return 1
+}
+
+closing_line() {
+    local line
+    line=$(tr -d '\r' <build/log/workbench.log | grep . | tail -n 1) || fail "The workbench said nothing"
+    say "$line"
+}

@@ -1,0 +1,93 @@
+# Build and run every test; the last line is the sum.
+
+passed=0
+failed=0
+remarks=()
+
+# report_numbers FILE: "run failed skipped silent" of ctest's report. Silent tests count as passed for ctest, but their
+# output lacks GoogleTest's closing line: under Wine a program can end early with code 0.
+report_numbers() {
+    awk '
+        function close_case() {
+            if (name == "") return
+            ++run
+            if (status == "fail") ++failed
+            else if (status != "run") ++skipped
+            else if (!closed) { ++silent; print "    ended without a result: " name > "/dev/stderr" }
+            name = ""
+        }
+        function attribute(key,    text) {
+            if (!match($0, " " key "=\"[^\"]*\"")) return ""
+            text = substr($0, RSTART, RLENGTH)
+            sub(/^[^"]*"/, "", text); sub(/"$/, "", text)
+            return text
+        }
+        /<testcase / { close_case(); name = attribute("name"); status = attribute("status"); closed = 0 }
+        /\[  PASSED  \] 1 test\./ { closed = 1 }
+        END { close_case(); print run + 0, failed + 0, skipped + 0, silent + 0 }' "$1"
+}
+
+# count_results PRESET EXIT_CODE: add up the report. No report, no tests, or a failure that the report does not show
+# counts as one failure.
+count_results() {
+    local preset=$1 code=$2 report=build/$1/junit.xml run=0 bad=0 skipped=0 silent=0 good
+    [ -s "$report" ] && read -r run bad skipped silent < <(report_numbers "$report")
+    bad=$((bad + silent))
+    good=$((run - bad - skipped))
+    if [ "$run" = 0 ]; then say "    $preset: no test ran"; bad=1; fi
+    if [ "$code" != 0 ] && [ "$bad" = 0 ]; then say "    $preset: ctest ended with code $code"; bad=1; fi
+    passed=$((passed + good))
+    failed=$((failed + bad))
+    say "    $preset: $good passed, $bad failed$([ "$skipped" = 0 ] || echo ", $skipped skipped")"
+}
+
+# run_tests PRESET
+run_tests() {
+    local preset=$1 code=0
+    step "Testing $preset"
+    rm -f "build/$preset/junit.xml"
+    ctest --preset "$preset" --output-junit "$root/build/$preset/junit.xml" \
+        --test-output-size-passed 1000000 >"build/log/$preset-test.log" 2>&1 </dev/null || code=$?
+    if [ $code != 0 ]; then
+        grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "build/log/$preset-test.log" | tail -n 150 || true
+    fi
+    count_results "$preset" $code
+}
+
+# build_and_test PRESET
+build_and_test() {
+    if build "$1" -DCVLOG_WERROR=ON; then run_tests "$1"; else failed=$((failed + 1)); fi
+}
+
+not_run() {
+    remarks+=("Not run: $1")
+    if [ "${CI:-}" = true ]; then failed=$((failed + 1)); fi
+}
+
+test_windows() {
+    if ! need_windows; then not_run "the Windows half ($need_problem)"; return; fi
+    if ! display_start own || ! wine_start; then not_run "the Windows half (Wine does not start)"; return; fi
+    build_and_test windows-x64
+    if has_wine32; then
+        build_and_test windows-x86
+    elif build windows-x86 -DCVLOG_WERROR=ON; then
+        remarks+=("windows-x86 was built and not run: this machine has no 32-bit Wine")
+    else
+        failed=$((failed + 1))
+    fi
+}
+
+dev_test() {
+    local remark
+    if need "${native_packages[@]}"; then
+        build_and_test native
+        build_and_test native-sanitized
+    else
+        remarks+=("Not run: the native half ($need_problem)")
+        failed=$((failed + 1))
+    fi
+    test_windows
+    for remark in "${remarks[@]}"; do say "$remark"; done
+    say "$passed passed, $failed failed"
+    [ $failed = 0 ]
+}

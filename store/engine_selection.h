@@ -1,0 +1,22 @@
+#pragma once
+
+#include "ports/file_system.h"
+#include "store/engine.h"
+#include "store/file_kind.h"
+
+namespace cvlog::store {
+
+/// The engines of the file kinds; one that is not there fails the opening of its files.
+struct Engines {
+    std::unique_ptr<Engine> sqlite;
+    std::unique_ptr<Engine> jet;
+};
+
+/// An engine that leaves each file to the engine its first bytes ask for. `files` must live as long as the
+/// engine.
+std::unique_ptr<Engine> makeSelectingEngine(ports::FileSystem& files, Engines engines);
+
+/// The log's engine: all that this build has.
+std::unique_ptr<Engine> makeLogEngine(ports::FileSystem& files);
+
+} // namespace cvlog::store

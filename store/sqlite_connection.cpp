@@ -1,0 +1,302 @@
+#include "store/sqlite_connection.h"
+
+#include "base/text.h"
+#include "store/engine_error.h"
+
+#include <sqlite3.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+namespace cvlog::store {
+
+namespace {
+
+constexpr int kBusyMilliseconds = 1000;
+
+EngineError errorOf(int result) {
+    switch (result & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return EngineError::Locked;
+    case SQLITE_READONLY:
+        return EngineError::ReadOnly;
+    case SQLITE_CANTOPEN:
+        return EngineError::CannotOpen;
+    case SQLITE_CORRUPT:
+        return EngineError::Damaged;
+    case SQLITE_NOTADB:
+        return EngineError::UnknownFormat;
+    case SQLITE_FULL:
+        return EngineError::DiskFull;
+    case SQLITE_CONSTRAINT:
+        return EngineError::DuplicateValue;
+    case SQLITE_MISMATCH:
+        return EngineError::Conversion;
+    case SQLITE_ERROR:
+        return EngineError::Syntax;
+    default:
+        return EngineError::Failed;
+    }
+}
+
+bool startsWithByteOrderMark(std::u16string_view text) {
+    return !text.empty() && (text.front() == 0xFEFF || text.front() == 0xFFFE);
+}
+
+int bytesOf(std::size_t bytes) {
+    if (bytes > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        fail(EngineError::ValueTooLong, u"The text is too long.");
+    return static_cast<int>(bytes);
+}
+
+std::u16string quoted(std::u16string_view text, char16_t quote) {
+    std::u16string result(1, quote);
+    for (const char16_t unit : text) result.append(unit == quote ? 2 : 1, unit);
+    return result += quote;
+}
+
+// Anything after the statement but blanks, comments and semicolons.
+bool hasMore(sqlite3* handle, const char* tail) {
+    while (tail && *tail) {
+        sqlite3_stmt* next = nullptr;
+        const char* after = tail;
+        const int result = sqlite3_prepare_v2(handle, tail, -1, &next, &after);
+        sqlite3_finalize(next);
+        if (result != SQLITE_OK || next) return true;
+        if (after == tail) break;
+        tail = after;
+    }
+    return false;
+}
+
+} // namespace
+
+SqliteStatement::SqliteStatement(SqliteConnection& connection, std::string_view sql)
+    : connection_(&connection) {
+    if (sql.find('\0') != std::string_view::npos)
+        fail(EngineError::Syntax, u"A statement cannot hold a NUL character.");
+    const std::string terminated(sql);
+    const char* tail = nullptr;
+    if (sqlite3_prepare_v2(connection.handle(), terminated.c_str(), bytesOf(terminated.size() + 1), &handle_,
+                           &tail))
+        connection.failWithLast();
+    if (!handle_) fail(EngineError::Syntax, u"The statement is empty.");
+    if (hasMore(connection.handle(), tail)) {
+        sqlite3_finalize(handle_);
+        fail(EngineError::Syntax, u"Characters found after the end of the statement.");
+    }
+}
+
+SqliteStatement::SqliteStatement(SqliteStatement&& other) noexcept
+    : connection_(other.connection_), handle_(std::exchange(other.handle_, nullptr)) {}
+
+SqliteStatement& SqliteStatement::operator=(SqliteStatement&& other) noexcept {
+    std::swap(connection_, other.connection_);
+    std::swap(handle_, other.handle_);
+    return *this;
+}
+
+SqliteStatement::~SqliteStatement() { sqlite3_finalize(handle_); }
+
+bool SqliteStatement::step() {
+    const int result = sqlite3_step(handle_);
+    if (result == SQLITE_ROW) return true;
+    if (result == SQLITE_DONE) {
+        sqlite3_reset(handle_);
+        return false;
+    }
+    try {
+        connection_->failWithLast();
+    } catch (...) {
+        sqlite3_reset(handle_);
+        throw;
+    }
+}
+
+void SqliteStatement::run() {
+    while (step()) {
+    }
+}
+
+void SqliteStatement::reset() noexcept { sqlite3_reset(handle_); }
+
+SqliteStatement& SqliteStatement::bind(int parameter, const automation::Value& value) {
+    using namespace automation;
+    int result = SQLITE_OK;
+    if (value.is<std::u16string>())
+        bindText(parameter, value.as<std::u16string>());
+    else if (value.is<std::int64_t>())
+        result = sqlite3_bind_int64(handle_, parameter, value.as<std::int64_t>());
+    else if (value.is<std::int32_t>())
+        result = sqlite3_bind_int(handle_, parameter, value.as<std::int32_t>());
+    else if (value.is<double>())
+        result = sqlite3_bind_double(handle_, parameter, value.as<double>());
+    else if (value.is<Null>())
+        result = sqlite3_bind_null(handle_, parameter);
+    else
+        fail(EngineError::Conversion, u"Data type conversion error.");
+    if (result != SQLITE_OK) connection_->failWithLast();
+    return *this;
+}
+
+void SqliteStatement::bindText(int parameter, std::u16string_view text) {
+    int result = SQLITE_OK;
+    if (connection_->usesUtf8()) {
+        const std::string bytes = base::toUtf8(text);
+        result = sqlite3_bind_text(handle_, parameter, bytes.data(), bytesOf(bytes.size()), SQLITE_TRANSIENT);
+    } else {
+        // The library takes a leading byte order mark off, so one more goes in front of it.
+        std::u16string units(startsWithByteOrderMark(text) ? u"\uFEFF" : u"");
+        units += text;
+        result = sqlite3_bind_text16(handle_, parameter, units.data(),
+                                     bytesOf(units.size() * sizeof(char16_t)), SQLITE_TRANSIENT);
+    }
+    if (result != SQLITE_OK) connection_->failWithLast();
+}
+
+int SqliteStatement::columnCount() const noexcept { return sqlite3_column_count(handle_); }
+
+std::u16string SqliteStatement::columnName(int column) const {
+    const char* name = sqlite3_column_name(handle_, column);
+    return name ? base::fromUtf8(name) : std::u16string();
+}
+
+automation::Value SqliteStatement::value(int column) const {
+    switch (sqlite3_column_type(handle_, column)) {
+    case SQLITE_NULL:
+        return automation::Null{};
+    case SQLITE_INTEGER: {
+        const std::int64_t number = integer(column);
+        const auto small = static_cast<std::int32_t>(number);
+        return small == number ? automation::Value(small) : automation::Value(number);
+    }
+    case SQLITE_FLOAT:
+        return sqlite3_column_double(handle_, column);
+    case SQLITE_TEXT:
+        return text(column);
+    default:
+        return automation::ErrorCode{automation::code::kTypeMismatch};
+    }
+}
+
+std::int64_t SqliteStatement::integer(int column) const { return sqlite3_column_int64(handle_, column); }
+
+std::u16string SqliteStatement::text(int column) const {
+    if (connection_->usesUtf8()) {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
+        const auto count = static_cast<std::size_t>(sqlite3_column_bytes(handle_, column));
+        return bytes ? base::fromUtf8({bytes, count}) : std::u16string();
+    }
+    const void* units = sqlite3_column_text16(handle_, column);
+    const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes16(handle_, column));
+    std::u16string result(units ? bytes / sizeof(char16_t) : 0, u'\0');
+    if (!result.empty()) std::memcpy(result.data(), units, result.size() * sizeof(char16_t));
+    return result;
+}
+
+bool SqliteStatement::readsOnly() const noexcept { return sqlite3_stmt_readonly(handle_) != 0; }
+
+bool SqliteStatement::wasCompiledAnew() noexcept {
+    return sqlite3_stmt_status(handle_, SQLITE_STMTSTATUS_REPREPARE, 1) != 0;
+}
+
+SqliteConnection::SqliteConnection(const std::string& location, bool isAddress) {
+    const int flags = SQLITE_OPEN_READWRITE | (isAddress ? SQLITE_OPEN_URI : 0);
+    if (sqlite3_open_v2(location.c_str(), &handle_, flags, nullptr) != SQLITE_OK) {
+        const EngineError error = handle_ ? errorOf(sqlite3_errcode(handle_)) : EngineError::Failed;
+        sqlite3_close_v2(handle_);
+        fail(error, u"The database file cannot be opened.");
+    }
+    sqlite3_extended_result_codes(handle_, 1);
+    sqlite3_busy_timeout(handle_, kBusyMilliseconds);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_set_authorizer(handle_, &SqliteConnection::authorize, this);
+}
+
+SqliteConnection::~SqliteConnection() { sqlite3_close_v2(handle_); }
+
+SqliteStatement SqliteConnection::prepare(std::u16string_view sql) {
+    return SqliteStatement(*this, base::toUtf8(sql));
+}
+
+SqliteStatement SqliteConnection::prepareNoting(std::u16string_view sql, TouchedTables& touched) {
+    struct Noting {
+        TouchedTables*& slot;
+        ~Noting() { slot = nullptr; }
+    } noting{touched_};
+    touched_ = &touched;
+    return prepare(sql);
+}
+
+void SqliteConnection::run(std::string_view sql) { prepare(sql).run(); }
+
+std::int64_t SqliteConnection::integer(std::string_view sql) {
+    SqliteStatement statement = prepare(sql);
+    return statement.step() ? statement.integer(0) : 0;
+}
+
+std::int64_t SqliteConnection::changes() const noexcept { return sqlite3_changes(handle_); }
+
+std::int64_t SqliteConnection::lastRow() const noexcept { return sqlite3_last_insert_rowid(handle_); }
+
+bool SqliteConnection::inTransaction() const noexcept { return sqlite3_get_autocommit(handle_) == 0; }
+
+bool SqliteConnection::isReadOnly() const noexcept { return sqlite3_db_readonly(handle_, "main") != 0; }
+
+void SqliteConnection::readEncoding() {
+    utf8_ = true; // the answer is ASCII
+    SqliteStatement statement = prepare("pragma encoding");
+    utf8_ = !statement.step() || statement.text(0) == u"UTF-8";
+}
+
+void SqliteConnection::failWithLast() const {
+    const char* message = sqlite3_errmsg(handle_);
+    fail(errorOf(sqlite3_extended_errcode(handle_)),
+         base::fromUtf8(message ? message : "The database failed."));
+}
+
+int SqliteConnection::lastResult() const noexcept { return sqlite3_extended_errcode(handle_); }
+
+int SqliteConnection::authorize(void* self, int action, const char* first, const char*, const char*,
+                                const char*) {
+    TouchedTables* touched = static_cast<SqliteConnection*>(self)->touched_;
+    const bool changes = action == SQLITE_DELETE || action == SQLITE_UPDATE || action == SQLITE_DROP_TABLE;
+    if (touched && changes && first) {
+        try {
+            touched->push_back(base::fromUtf8(first));
+        } catch (...) {
+            return SQLITE_DENY;
+        }
+    }
+    return SQLITE_OK;
+}
+
+SqliteTransaction::SqliteTransaction(SqliteConnection& connection)
+    : connection_(connection), nested_(connection.inTransaction()) {
+    connection_.run(nested_ ? "savepoint log_part" : "begin immediate");
+}
+
+SqliteTransaction::~SqliteTransaction() {
+    if (!open_ || !connection_.inTransaction()) return;
+    try {
+        connection_.run(nested_ ? "rollback to log_part" : "rollback");
+        if (nested_) connection_.run("release log_part");
+    } catch (const automation::AutomationError&) {
+        // The library rolls back by itself at the latest when the connection is closed.
+    }
+}
+
+void SqliteTransaction::commit() {
+    connection_.run(nested_ ? "release log_part" : "commit");
+    open_ = false;
+}
+
+std::u16string quotedName(std::u16string_view name) { return quoted(name, u'"'); }
+
+std::u16string quotedText(std::u16string_view text) { return quoted(text, u'\''); }
+
+} // namespace cvlog::store

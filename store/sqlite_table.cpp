@@ -1,0 +1,257 @@
+#include "store/sqlite_table.h"
+
+#include "automation/error.h"
+#include "store/engine_error.h"
+#include "store/sqlite_counter.h"
+#include "store/sqlite_properties.h"
+#include "store/sqlite_snapshot.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace cvlog::store {
+
+namespace {
+
+// How far before its end a counter is looked at before each row.
+constexpr std::int64_t kNearEnd = 1 << 24;
+
+} // namespace
+
+SqliteTable::SqliteTable(std::shared_ptr<SqliteSession> session, std::u16string_view table)
+    : session_(std::move(session)) {
+    table_.name = table;
+    readAnew();
+    session_->add(*this);
+}
+
+SqliteTable::~SqliteTable() { close(); }
+
+bool SqliteTable::atEnd() { return rows().atEnd(); }
+
+void SqliteTable::moveNext() {
+    adding_ = false;
+    rows().moveNext();
+}
+
+automation::Value SqliteTable::value(std::u16string_view column) {
+    session();
+    if (!adding_) return rows().value(column);
+    return newRow_[indexOf(column)].value_or(automation::Null{});
+}
+
+void SqliteTable::addNew() {
+    session();
+    adding_ = false;
+    if (doubted_ || session_->ownChanges() != ownChanges_) readAnewIfChanged();
+    newRow_.assign(table_.columns.size(), std::nullopt);
+    adding_ = true;
+}
+
+void SqliteTable::assign(std::u16string_view column, const automation::Value& value) {
+    session();
+    if (!adding_) fail(EngineError::UpdateWithoutAddNew, u"Update or CancelUpdate without AddNew or Edit.");
+    const std::size_t index = indexOf(column);
+    newRow_[index] = storableValue(table_.columns[index], value);
+}
+
+void SqliteTable::update() {
+    session();
+    if (!adding_) fail(EngineError::UpdateWithoutAddNew, u"Update or CancelUpdate without AddNew or Edit.");
+    adding_ = false;
+    NewRow row = std::exchange(newRow_, {});
+    SqliteConnection& connection = session_->forWriting();
+    try {
+        insert(connection, row);
+    } catch (const automation::AutomationError&) {
+        // A column may have gone since the row was begun; it is left out as if its assignment had failed.
+        doubted_ = true;
+        const TableInfo old = table_;
+        if (!readAnewIfChanged()) throw;
+        insert(connection, movedToNewColumns(std::move(row), old));
+    }
+}
+
+void SqliteTable::close() {
+    if (!session_) return;
+    session_->remove(*this);
+    endWithSession();
+}
+
+std::vector<std::u16string> SqliteTable::columnNames() {
+    session();
+    readAnewIfChanged();
+    std::vector<std::u16string> names;
+    for (const ColumnInfo& column : table_.columns) names.push_back(column.name);
+    return names;
+}
+
+std::u16string SqliteTable::tableName() {
+    session();
+    return table_.name;
+}
+
+void SqliteTable::endWithSession() noexcept {
+    if (rows_ && session_) rows_->close();
+    rows_.reset();
+    statements_.clear();
+    adding_ = false;
+    session_.reset();
+}
+
+SqliteSession& SqliteTable::session() const {
+    if (!session_) fail(EngineError::Closed, u"The row set is closed.");
+    return *session_;
+}
+
+SqliteSnapshot& SqliteTable::rows() {
+    session();
+    if (!rows_)
+        rows_ = std::make_shared<SqliteSnapshot>(session_, u"select * from " + quotedName(table_.name));
+    return *rows_;
+}
+
+void SqliteTable::readAnew() {
+    SqliteConnection& connection = session_->forReading();
+    const std::int64_t version = session_->schemaVersion();
+    TableInfo table = readTable(connection, table_.name);
+    statements_.clear();
+    table_ = std::move(table);
+    schemaVersion_ = version;
+    ownChanges_ = session_->ownChanges();
+    doubted_ = false;
+    markedAt_ = -1;
+    nearEnd_ = true;
+    counter_.reset();
+    for (std::size_t i = 0; i < table_.columns.size() && !counter_; ++i)
+        if (table_.columns[i].numbering != Numbering::None) counter_ = i;
+}
+
+bool SqliteTable::readAnewIfChanged() {
+    const bool changed = session_->schemaVersion() != schemaVersion_;
+    if (changed) readAnew();
+    ownChanges_ = session_->ownChanges();
+    doubted_ = false;
+    return changed;
+}
+
+// A column that is not known may have come since the definition was read.
+std::size_t SqliteTable::indexOf(std::u16string_view column) {
+    if (const auto index = table_.indexOf(column)) return *index;
+    const TableInfo before = table_;
+    if (readAnewIfChanged()) newRow_ = movedToNewColumns(std::move(newRow_), before);
+    table_.column(column);
+    return *table_.indexOf(column);
+}
+
+SqliteTable::NewRow SqliteTable::movedToNewColumns(NewRow row, const TableInfo& before) const {
+    NewRow moved(table_.columns.size());
+    for (std::size_t i = 0; i < row.size(); ++i)
+        if (const auto place = table_.indexOf(before.columns[i].name); place && row[i])
+            moved[*place] = std::move(row[i]);
+    return moved;
+}
+
+bool SqliteTable::isNumberedByEngine() const {
+    return counter_ && table_.columns[*counter_].numbering == Numbering::ByEngine;
+}
+
+void SqliteTable::insert(SqliteConnection& connection, const NewRow& row) {
+    if (counter_ && table_.columns[*counter_].numbering == Numbering::ByMark)
+        insertMarked(connection, row);
+    else
+        runInsert(connection, row, std::nullopt);
+}
+
+void SqliteTable::insertMarked(SqliteConnection& connection, const NewRow& row) {
+    const std::u16string& column = table_.columns[*counter_].name;
+    SqliteTransaction transaction(connection);
+    const std::int64_t version = session_->contentVersion();
+    const std::int64_t last = version == markedAt_ ? lastNumberIn(connection, table_.name, column).value_or(0)
+                                                   : refreshMark(connection, table_.name, column);
+    if (last >= kLastCounter) fail(EngineError::CounterExhausted, u"The counter has no more numbers.");
+    runInsert(connection, row, last + 1);
+    setLastNumberIn(connection, table_.name, column, last + 1);
+    transaction.commit();
+    markedAt_ = version;
+}
+
+void SqliteTable::runInsert(SqliteConnection& connection, const NewRow& row,
+                            std::optional<std::int64_t> number) {
+    SqliteStatement& statement = statementFor(connection, row);
+    int parameter = 1;
+    if (number) statement.bind(parameter++, *number);
+    for (const auto& value : row)
+        if (value) statement.bind(parameter++, *value);
+    statement.run();
+    doubted_ = doubted_ || statement.wasCompiledAnew();
+    if (isNumberedByEngine()) checkCounter(connection);
+}
+
+// A counter ends at 32 bits, long before the library's own numbers do. Near the end the statement looks
+// first.
+void SqliteTable::checkCounter(SqliteConnection& connection) {
+    if (connection.changes() == 0) fail(EngineError::CounterExhausted, u"The counter has no more numbers.");
+    const std::int64_t number = connection.lastRow();
+    nearEnd_ = number > kLastCounter - kNearEnd;
+    if (number <= kLastCounter) return;
+    // Another program has made the numbers jump since the last row.
+    SqliteStatement undo = connection.prepare(u"delete from " + quotedName(table_.name) + u" where " +
+                                              quotedName(table_.columns[*counter_].name) + u" = ?1");
+    undo.bind(1, number).run();
+    fail(EngineError::CounterExhausted, u"The counter has no more numbers.");
+}
+
+SqliteStatement& SqliteTable::statementFor(SqliteConnection& connection, const NewRow& row) {
+    std::vector<bool> set(row.size() + 1);
+    set.back() = nearEnd_;
+    std::transform(row.begin(), row.end(), set.begin(), [](const auto& value) { return value.has_value(); });
+    const auto found = statements_.find(set);
+    if (found != statements_.end()) return found->second;
+    SqliteStatement statement = connection.prepare(insertText(row));
+    doubted_ = doubted_ || session_->schemaVersion() != schemaVersion_;
+    return statements_.emplace(std::move(set), std::move(statement)).first->second;
+}
+
+std::u16string SqliteTable::insertText(const NewRow& row) const {
+    std::u16string columns;
+    std::u16string values;
+    const auto append = [&](const std::u16string& column, std::u16string_view value) {
+        columns += (columns.empty() ? u"" : u", ") + quotedName(column);
+        values += (values.empty() ? u"" : u", ") + std::u16string(value);
+    };
+    if (counter_) append(table_.columns[*counter_].name, isNumberedByEngine() ? u"null" : u"?");
+    for (std::size_t i = 0; i < row.size(); ++i)
+        if (row[i]) append(table_.columns[i].name, u"?");
+    const std::u16string start = u"insert into " + quotedName(table_.name);
+    if (columns.empty()) return start + u" default values";
+    if (!isNumberedByEngine() || !nearEnd_) return start + u" (" + columns + u") values (" + values + u")";
+    return start + u" (" + columns + u") select " + values +
+           u" where (select coalesce(max(seq), 0) from sqlite_sequence where name = " +
+           quotedText(table_.name) + u") < 2147483647";
+}
+
+automation::Value storableValue(const ColumnInfo& column, const automation::Value& value) {
+    using namespace automation;
+    if (column.numbering != Numbering::None || column.generated)
+        fail(EngineError::ColumnNotUpdatable, u"The column '" + column.name + u"' cannot be set.");
+    if (value.is<Empty>() || value.is<Null>()) return Null{};
+    if (value.is<ObjectRef>() && value.as<ObjectRef>())
+        return storableValue(column, value.as<ObjectRef>()->get(u""));
+    if (value.is<std::u16string>() || column.textual) {
+        std::u16string text = toText(value);
+        if (column.textLimit && text.size() > *column.textLimit)
+            fail(EngineError::ValueTooLong, u"The column '" + column.name + u"' is too small for the text.");
+        if (column.textLimit && text.empty() && !column.zeroLength)
+            fail(EngineError::ZeroLength, u"The column '" + column.name + u"' takes no text of zero length.");
+        return text;
+    }
+    if (value.is<std::int64_t>()) return value;
+    if (value.is<bool>() || value.is<std::int16_t>() || value.is<std::int32_t>()) return toInt32(value);
+    const double number = toDouble(value);
+    if (std::isnan(number)) fail(EngineError::Conversion, u"Data type conversion error.");
+    return number;
+}
+
+} // namespace cvlog::store

@@ -1,0 +1,85 @@
+#include "core/cv_log.h"
+
+#include "automation/error.h"
+#include "tests/support/log_world.h"
+
+#include <gtest/gtest.h>
+
+namespace cvlog::core {
+namespace {
+
+using automation::Value;
+using Ids = std::vector<std::int32_t>;
+
+class CVLogTest : public testing::Test {
+protected:
+    CVLogTest() { world.log->events().advise(sink); }
+    tests::LogWorld world;
+    std::shared_ptr<tests::RecordingSink> sink = std::make_shared<tests::RecordingSink>();
+};
+
+TEST_F(CVLogTest, RaisesEventsByNameWithoutRegardToCase) {
+    for (const char16_t* name : {u"LogChanged", u"gotfocus", u"LOSTFOCUS", u"Unload"})
+        world.log->FireEvent(name);
+    EXPECT_EQ(sink->ids, (Ids{1, 2, 3, 5}));
+}
+
+TEST_F(CVLogTest, RaisesNothingForAnUnknownNameOrWhileAnExpansionIsBusy) {
+    world.log->FireEvent(u"Nothing");
+    world.globals.ExpansionBusy = true;
+    world.log->FireEvent(u"LogChanged");
+    EXPECT_TRUE(sink->ids.empty());
+}
+
+TEST_F(CVLogTest, ConvertsTheArgumentsOfShowErrors) {
+    std::vector<Value> seen;
+    sink->handler = [&](std::int32_t, std::span<Value> a) { seen.assign(a.begin(), a.end()); };
+    Value arguments[] = {Value(7), Value(u"12")};
+    world.log->FireEvent(u"ShowErrors", arguments);
+    ASSERT_EQ(sink->ids, Ids{4});
+    EXPECT_TRUE(seen[0] == Value(u"7"));
+    EXPECT_TRUE(seen[1] == Value(12));
+}
+
+TEST_F(CVLogTest, WritesTheArgumentsOfKeyDownBack) {
+    sink->handler = [](std::int32_t, std::span<Value> a) { a[0] = u"0"; };
+    Value arguments[] = {Value(65), Value(1)};
+    world.log->FireEvent(u"KeyDown", arguments);
+    EXPECT_EQ(sink->ids, Ids{6});
+    EXPECT_TRUE(arguments[0] == Value(std::int16_t{0}));
+    EXPECT_TRUE(arguments[1] == Value(std::int16_t{1}));
+}
+
+TEST_F(CVLogTest, KeepsPlacementPropertiesForOldHostsWithoutEffect) {
+    for (const char16_t* name : {u"Left", u"Top", u"Width", u"Height"}) {
+        world.log->put(name, 12.5);
+        EXPECT_EQ(automation::toSingle(world.log->get(name)), 0.0F);
+        EXPECT_THROW(world.log->put(name, u"word"), automation::AutomationError);
+    }
+    EXPECT_NO_THROW(world.log->invoke(u"Display"));
+}
+
+TEST(LogViewsTest, HoldsEveryListOnceInOrderOfItsComing) {
+    tests::LogWorld world;
+    const auto makeList = [&world] {
+        auto list = std::make_shared<widgets::ListView>(world.platform.collator, world.platform.measurer);
+        list->attach(world.platform.peers.makeListView(*list));
+        return list;
+    };
+    const auto first = makeList();
+    const auto second = makeList();
+    LogViews views;
+    EXPECT_EQ(views.first(), nullptr);
+    views.add(first);
+    views.add(second);
+    views.add(first);
+    EXPECT_EQ(views.count(), 2);
+    EXPECT_EQ(views.all(), (std::vector<LogViews::ListRef>{first, second}));
+    views.remove(LogViews::keyOf(*first));
+    views.remove(LogViews::keyOf(*first));
+    views.remove(u"0k");
+    EXPECT_EQ(views.first(), second);
+}
+
+} // namespace
+} // namespace cvlog::core

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "store/engine.h"
+#include "tests/store/store_files.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace cvlog::store::testing {
+
+inline constexpr char16_t kAddRecordNum[] = u"alter table LogInfo add column RecordNum Counter";
+inline constexpr char16_t kAddErrors[] = u"alter table LogInfo add column Errors Text(254)";
+inline constexpr char16_t kHighWater[] = u"Select RecordNum From LogInfo order by RecordNum desc";
+
+/// What the contract is run against. A second engine joins by one more INSTANTIATE_TEST_SUITE_P.
+struct EngineUnderTest {
+    std::string name;
+    std::function<std::unique_ptr<Engine>(ports::FileSystem&)> makeEngine;
+    std::function<void(const std::string& path)> makeEmptyFile; // a database without tables
+};
+
+inline void PrintTo(const EngineUnderTest& engine, std::ostream* out) { *out << engine.name; }
+
+class EngineContract : public ::testing::TestWithParam<EngineUnderTest> {
+protected:
+    void SetUp() override;
+
+    std::shared_ptr<Database> open();
+    /// Closes the database and opens it again.
+    void reopen();
+    /// Appends a row with the one column set and gives its RecordNum.
+    std::int32_t append(std::u16string_view message);
+    /// The column's values in the order of RecordNum.
+    std::vector<automation::Value> column(std::u16string_view name);
+
+    TestFolder folder_;
+    MachineFiles files_;
+    std::unique_ptr<Engine> engine_;
+    std::shared_ptr<Database> database_;
+};
+
+} // namespace cvlog::store::testing

@@ -1,0 +1,150 @@
+#include "automation/error.h"
+#include "tests/store/engine_contract.h"
+
+#include <limits>
+
+// The engine contract: what a column takes and gives back.
+
+namespace cvlog::store::testing {
+
+using automation::AutomationError;
+using automation::Null;
+using automation::ObjectRef;
+using automation::Value;
+
+TEST_P(EngineContract, textHasItsLimitAndZeroLengthMustBeAllowed) {
+    database_->execute(kAddRecordNum);
+    database_->execute(kAddErrors);
+    EXPECT_FALSE(database_->allowsZeroLength(u"LogInfo", u"Errors"));
+    const auto rows = database_->openTable(u"LogInfo");
+    rows->addNew();
+    EXPECT_THROW(rows->assign(u"Errors", u""), AutomationError);
+    EXPECT_NO_THROW(rows->assign(u"Errors", std::u16string(254, u'e')));
+    EXPECT_THROW(rows->assign(u"Errors", std::u16string(255, u'x')), AutomationError);
+    rows->update();
+    EXPECT_EQ(column(u"Errors"), (std::vector<Value>{std::u16string(254, u'e')}));
+}
+
+TEST_P(EngineContract, zeroLengthOnceAllowedStaysAllowed) {
+    database_->execute(kAddRecordNum);
+    database_->execute(kAddErrors);
+    const auto rows = database_->openTable(u"LogInfo");
+    rows->addNew();
+    rows->update();
+    database_->allowZeroLength(u"LogInfo", u"Errors");
+    rows->addNew();
+    EXPECT_NO_THROW(rows->assign(u"Errors", u""));
+    rows->update();
+    reopen();
+    EXPECT_TRUE(database_->allowsZeroLength(u"LogInfo", u"Errors"));
+    EXPECT_EQ(column(u"Errors"), (std::vector<Value>{Null{}, u""}));
+}
+
+TEST_P(EngineContract, theLimitCountsCodeUnitsBeyondNuls) {
+    database_->execute(u"create table T (Short Text(4))");
+    const auto rows = database_->openTable(u"T");
+    rows->addNew();
+    EXPECT_NO_THROW(rows->assign(u"Short", u"\U0001F600\U0001F600"));
+    EXPECT_THROW(rows->assign(u"Short", std::u16string(u"\0\0\0\0\0", 5)), AutomationError);
+    EXPECT_THROW(rows->assign(u"Short", u"\U0001F600\U0001F600x"), AutomationError);
+}
+
+TEST_P(EngineContract, everyCodeUnitOfATextComesBack) {
+    const std::vector<std::u16string> texts = {
+        u"plain",
+        u"\u00E9\u4E2D\U0001F600",
+        std::u16string(u"nul\0inside\0", 11),
+        std::u16string(u"\0", 1),
+        std::u16string(1, 0xD800),
+        std::u16string(u"high ") + char16_t(0xDBFF) + u" then more",
+        std::u16string(u"low ") + char16_t(0xDC00) + char16_t(0xD801) + u"\u00E9 then more",
+        u"\uFEFFmarked",
+        std::u16string(1, 0xFFFE) + u"swapped",
+        u"\uFFFF\uFFFD",
+        u"line\r\nbreak\ttab",
+        u"007",
+        std::u16string(100000, u'x'),
+    };
+    database_->execute(kAddRecordNum);
+    for (const std::u16string& text : texts) append(text);
+    reopen();
+    const std::vector<Value> read = column(u"LogMessage");
+    ASSERT_EQ(read.size(), texts.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) EXPECT_TRUE(read[i] == Value(texts[i])) << "text " << i;
+}
+
+TEST_P(EngineContract, everyCodeUnitRoundTrips) {
+    std::u16string all;
+    for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+        all += static_cast<char16_t>(unit);
+        all += u'|'; // keeps surrogates lone
+    }
+    database_->execute(kAddRecordNum);
+    append(all);
+    EXPECT_TRUE(column(u"LogMessage").at(0) == Value(all));
+}
+
+TEST_P(EngineContract, numbersStayNumbers) {
+    database_->execute(kAddRecordNum);
+    database_->execute(u"alter table LogInfo add column Amount Double");
+    const auto rows = database_->openTable(u"LogInfo");
+    for (const std::int32_t number :
+         {0, -1, 7, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()}) {
+        rows->addNew();
+        rows->assign(u"ReturnMessage", number);
+        rows->assign(u"Amount", number + 0.5);
+        rows->update();
+    }
+    const std::vector<Value> numbers = column(u"ReturnMessage");
+    EXPECT_EQ(numbers, (std::vector<Value>{0, -1, 7, std::numeric_limits<std::int32_t>::min(),
+                                           std::numeric_limits<std::int32_t>::max()}));
+    EXPECT_EQ(column(u"Amount").at(2), Value(7.5));
+}
+
+TEST_P(EngineContract, valuesAreConvertedAsAutomationConverts) {
+    database_->execute(kAddRecordNum);
+    const auto rows = database_->openTable(u"LogInfo");
+    rows->addNew();
+    rows->assign(u"MethodName", 12);
+    rows->assign(u"ReturnMessage", true);
+    rows->assign(u"ObjectName", Null{});
+    EXPECT_THROW(rows->assign(u"ObjectType", automation::Missing{}), AutomationError);
+    EXPECT_THROW(rows->assign(u"ObjectType", ObjectRef()), AutomationError);
+    rows->update();
+    EXPECT_EQ(column(u"MethodName").at(0), Value(u"12"));
+    EXPECT_EQ(column(u"ReturnMessage").at(0), Value(-1));
+    EXPECT_EQ(column(u"ObjectName").at(0), Value(Null{}));
+    EXPECT_EQ(column(u"ObjectType").at(0), Value(Null{}));
+}
+
+TEST_P(EngineContract, aRefusedValueLeavesTheColumnAndTheRest) {
+    database_->execute(kAddRecordNum);
+    const auto rows = database_->openTable(u"LogInfo");
+    rows->addNew();
+    rows->assign(u"MethodName", u"kept");
+    EXPECT_THROW(rows->assign(u"MethodName", std::u16string(51, u'x')), AutomationError);
+    EXPECT_THROW(rows->assign(u"Missing", 1), AutomationError);
+    EXPECT_THROW(rows->assign(u"RecordNum", 99), AutomationError);
+    rows->assign(u"ReturnMessage", 5);
+    rows->update();
+    EXPECT_EQ(column(u"MethodName"), (std::vector<Value>{u"kept"}));
+    EXPECT_EQ(column(u"ReturnMessage"), (std::vector<Value>{5}));
+    EXPECT_EQ(column(u"RecordNum"), (std::vector<Value>{1}));
+}
+
+TEST_P(EngineContract, columnsThatAreNotSetHaveTheirDefaults) {
+    database_->execute(u"create table T (RecordNum Counter, A Text(10) default 'none', B Integer default 3)");
+    const auto rows = database_->openTable(u"T");
+    rows->addNew();
+    rows->update();
+    rows->addNew();
+    rows->assign(u"A", u"set");
+    rows->update();
+    const auto read = database_->openSnapshot(u"select * from T order by RecordNum");
+    EXPECT_EQ(read->value(u"A"), Value(u"none"));
+    EXPECT_EQ(read->value(u"B"), Value(3));
+    read->moveNext();
+    EXPECT_EQ(read->value(u"A"), Value(u"set"));
+}
+
+} // namespace cvlog::store::testing

@@ -1,0 +1,365 @@
+#include "widgets/list_view.h"
+
+#include "platform/headless/headless_collator.h"
+#include "platform/headless/headless_list_view_peer.h"
+#include "platform/headless/headless_text_measurer.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace cvlog::widgets {
+namespace {
+
+using Texts = std::vector<std::u16string>;
+
+class ListViewTest : public testing::Test {
+protected:
+    ListViewTest() {
+        list.setColumns({{u"First", u"F", 1000, 0, u"", Alignment::Left},
+                         {u"Second", u"S", 1000, 0, u"", Alignment::Right},
+                         {u"Third", u"T", 0, 0, u"", Alignment::Left}});
+        list.attach(factory.makeListView(list));
+    }
+    ~ListViewTest() override {
+        peer().verify();
+        EXPECT_EQ(factory.book.faults, std::vector<std::string>());
+    }
+    platform::headless::HeadlessListViewPeer& peer() { return platform::headless::peerOf(list); }
+
+    static RowPtr rowOf(std::u16string text, std::u16string second = {}, std::u16string third = {}) {
+        return makeRow(
+            {std::move(text),
+             {},
+             {},
+             {{u"Second", std::move(second), {}, {}, {}}, {u"Third", std::move(third), {}, {}, {}}}});
+    }
+    void fill(const Texts& texts) {
+        for (const auto& text : texts) list.append(rowOf(text));
+    }
+    Texts texts() const {
+        Texts result;
+        for (int i = 1; i <= list.rowCount(); ++i) result.emplace_back(list.row(i).text());
+        return result;
+    }
+    std::vector<int> selection() const {
+        std::vector<int> result;
+        for (int i = 1; i <= list.rowCount(); ++i)
+            if (list.isSelected(i)) result.push_back(i);
+        return result;
+    }
+
+    platform::headless::CallGate gate;
+    platform::headless::HeadlessCollator collator;
+    platform::headless::HeadlessTextMeasurer measurer;
+    platform::headless::HeadlessPeerFactory factory{gate};
+    ListView list{collator, measurer};
+};
+
+TEST_F(ListViewTest, InsertsAtAnyPositionAndAppends) {
+    fill({u"b", u"d"});
+    list.insert(1, rowOf(u"a"));
+    list.insert(3, rowOf(u"c"));
+    list.append(rowOf(u"e"));
+    EXPECT_EQ(texts(), (Texts{u"a", u"b", u"c", u"d", u"e"}));
+    EXPECT_EQ(peer().told("rowsInserted"), 5);
+}
+
+TEST_F(ListViewTest, RemovesAndClears) {
+    fill({u"a", u"b", u"c"});
+    list.remove(2);
+    EXPECT_EQ(texts(), (Texts{u"a", u"c"}));
+    list.clear();
+    EXPECT_EQ(list.rowCount(), 0);
+    EXPECT_EQ(peer().told("cleared"), 1);
+}
+
+TEST_F(ListViewTest, NamesRowsByIdsThatAreNeverUsedAgain) {
+    const RowId first = list.append(rowOf(u"a"));
+    list.clear();
+    const RowId second = list.append(rowOf(u"b"));
+    EXPECT_NE(first, second);
+    EXPECT_EQ(list.positionOf(first), 0);
+    EXPECT_EQ(list.positionOf(second), 1);
+}
+
+TEST_F(ListViewTest, FindsARowFromAnyGuess) {
+    std::vector<RowId> ids;
+    for (int i = 0; i < 9; ++i) ids.push_back(list.append(rowOf(u"x")));
+    for (int position = 1; position <= 9; ++position)
+        for (int guess = -2; guess <= 12; ++guess)
+            ASSERT_EQ(list.positionOf(ids[static_cast<std::size_t>(position - 1)], guess), position) << guess;
+    EXPECT_EQ(list.positionOf(99999, 4), 0);
+}
+
+TEST_F(ListViewTest, KeepsSelectionWithItsRows) {
+    fill({u"a", u"b", u"c"});
+    list.select(2, true);
+    list.select(3, true);
+    list.insert(1, rowOf(u"0"), true);
+    EXPECT_EQ(selection(), (std::vector<int>{1, 3, 4}));
+    EXPECT_EQ(list.selectedCount(), 3);
+    list.remove(3);
+    EXPECT_EQ(selection(), (std::vector<int>{1, 3}));
+    EXPECT_EQ(list.selectedCount(), 2);
+    list.clear();
+    EXPECT_EQ(list.selectedCount(), 0);
+}
+
+TEST_F(ListViewTest, TellsThePeerOnlyOfRealSelectionChanges) {
+    fill({u"a", u"b"});
+    list.select(1, true);
+    list.select(1, true);
+    EXPECT_EQ(peer().told("selectionChanged"), 1);
+    peer().userSelects(2, true);
+    EXPECT_EQ(peer().told("selectionChanged"), 1) << "the peer knows what its user did";
+    EXPECT_EQ(list.selectedCount(), 2);
+    list.selectAll(false);
+    EXPECT_EQ(list.selectedCount(), 0);
+    list.selectAll(true);
+    EXPECT_EQ(selection(), (std::vector<int>{1, 2}));
+}
+
+TEST_F(ListViewTest, MovesTheFocusWithItsRow) {
+    fill({u"a", u"b", u"c"});
+    list.focusRow(2);
+    list.insert(1, rowOf(u"0"));
+    EXPECT_EQ(list.focusedRow(), 3);
+    list.insert(3, rowOf(u"1"));
+    EXPECT_EQ(list.focusedRow(), 4) << "a row inserted at the focused one's place pushes it down";
+    list.append(rowOf(u"9"));
+    EXPECT_EQ(list.focusedRow(), 4);
+    list.remove(1);
+    EXPECT_EQ(list.focusedRow(), 3);
+    list.remove(4);
+    EXPECT_EQ(list.focusedRow(), 3);
+    list.remove(3);
+    EXPECT_EQ(list.focusedRow(), 0);
+}
+
+TEST_F(ListViewTest, TakesTheFocusedRowForTheSelectedOneIfItIsSelectedElseTheFirst) {
+    EXPECT_EQ(list.selectedRow(), 0);
+    fill({u"a", u"b", u"c", u"d"});
+    list.focusRow(4);
+    EXPECT_EQ(list.selectedRow(), 0) << "focus alone selects nothing";
+    list.select(3, true);
+    list.select(2, true);
+    EXPECT_EQ(list.selectedRow(), 2);
+    list.select(4, true);
+    EXPECT_EQ(list.selectedRow(), 4);
+    list.focusRow(0);
+    EXPECT_EQ(list.selectedRow(), 2);
+}
+
+TEST_F(ListViewTest, SortsWithoutRegardToCaseAndKeepsEqualRowsInOrderEitherWay) {
+    fill({u"b", u"A", u"B", u"a", u"b"});
+    const Texts ascending{u"A", u"a", u"b", u"B", u"b"};
+    list.setSorted(true);
+    EXPECT_EQ(texts(), ascending);
+    list.setSort(0, SortOrder::Descending);
+    EXPECT_EQ(texts(), (Texts{u"b", u"B", u"b", u"A", u"a"})) << "the comparison is reversed, not the result";
+    EXPECT_EQ(peer().told("rowsReordered"), 2);
+}
+
+TEST_F(ListViewTest, SortsByTheTextOfOneColumn) {
+    for (const char16_t* elapsed : {u"2:00:05", u"10:00:05", u"1:00:05", u""})
+        list.append(rowOf(elapsed, elapsed));
+    list.setSort(1, SortOrder::Ascending);
+    EXPECT_EQ(texts(), (Texts{u"2:00:05", u"10:00:05", u"1:00:05", u""})) << "the flag is still off";
+    list.setSorted(true);
+    EXPECT_EQ(texts(), (Texts{u"", u"1:00:05", u"10:00:05", u"2:00:05"}));
+}
+
+TEST_F(ListViewTest, TakesSelectionFocusAndIdsAlongWhenItSorts) {
+    fill({u"c", u"b", u"a"});
+    const RowId c = list.idAt(1);
+    list.select(1, true);
+    list.focusRow(2);
+    list.setSorted(true);
+    EXPECT_EQ(list.positionOf(c), 3);
+    EXPECT_EQ(selection(), std::vector<int>{3});
+    EXPECT_EQ(list.focusedRow(), 2);
+    list.focusRow(1);
+    list.setSort(0, SortOrder::Descending);
+    EXPECT_EQ(list.focusedRow(), 3);
+}
+
+TEST_F(ListViewTest, GivesANewRowItsSortedPlaceBehindEqualOnes) {
+    for (const SortOrder order : {SortOrder::Ascending, SortOrder::Descending}) {
+        list.clear();
+        list.setSort(0, order);
+        list.setSorted(true);
+        for (const char16_t* second : {u"1", u"2", u"3"})
+            for (const char16_t* text : {u"m", u"a", u"z"}) list.insert(1, rowOf(text, second));
+        const Texts ascending{u"a", u"a", u"a", u"m", u"m", u"m", u"z", u"z", u"z"};
+        EXPECT_EQ(texts(),
+                  order == SortOrder::Ascending ? ascending : Texts(ascending.rbegin(), ascending.rend()));
+        for (int i = 1; i <= 9; ++i)
+            EXPECT_EQ(list.row(i).cellText(1), std::u16string(1, static_cast<char16_t>(u'1' + (i - 1) % 3)));
+    }
+}
+
+TEST_F(ListViewTest, StaysInOrderWhenSortingIsSwitchedOff) {
+    fill({u"b", u"a"});
+    list.setSorted(true);
+    list.setSorted(false);
+    list.append(rowOf(u"0"));
+    EXPECT_EQ(texts(), (Texts{u"a", u"b", u"0"}));
+}
+
+TEST_F(ListViewTest, SortsLongEqualBeginningsByWhatFollows) {
+    fill({u"2024-01-02 09:05:07", u"2024-01-02 09:05:06", u"2024-01-02 09:05:0"});
+    list.setSorted(true);
+    EXPECT_EQ(texts(), (Texts{u"2024-01-02 09:05:0", u"2024-01-02 09:05:06", u"2024-01-02 09:05:07"}));
+}
+
+TEST_F(ListViewTest, ReplacesContentInThisListOnly) {
+    ListView other(collator, measurer);
+    const RowPtr shared = rowOf(u"a", u"x");
+    list.append(shared);
+    other.append(shared);
+    list.setCellTag(1, u"second", u"tag");
+    EXPECT_EQ(list.row(1).cellTag(1), u"tag");
+    EXPECT_EQ(list.row(1).cellText(1), u"x");
+    EXPECT_EQ(other.row(1).cellTag(1), u"");
+    list.replace(1, rowOf(u"b"));
+    EXPECT_EQ(other.row(1).text(), u"a");
+    EXPECT_EQ(peer().told("rowChanged"), 1) << "nobody sees a tag";
+    EXPECT_THROW(list.setCellTag(1, u"None", u"t"), std::out_of_range);
+}
+
+TEST_F(ListViewTest, FindsColumnsByKeyAndNumbersTheirPositions) {
+    EXPECT_EQ(list.columnOf(u"SECOND"), 2);
+    EXPECT_EQ(list.columnOf(u"None"), 0);
+    for (int i = 1; i <= 3; ++i) EXPECT_EQ(list.column(i).position, i);
+}
+
+TEST_F(ListViewTest, MovesAColumnAndMakesRoom) {
+    struct Move {
+        int column, to;
+        std::vector<int> positions;
+    };
+    for (const Move& move :
+         {Move{1, 3, {3, 1, 2}}, Move{3, 1, {3, 2, 1}}, Move{2, 2, {3, 2, 1}}, Move{1, 1, {1, 3, 2}}}) {
+        list.setColumnPosition(move.column, move.to);
+        std::vector<int> positions;
+        for (int i = 1; i <= 3; ++i) positions.push_back(list.column(i).position);
+        EXPECT_EQ(positions, move.positions) << move.column << " to " << move.to;
+    }
+    for (const int invalid : {0, 4, -1}) EXPECT_THROW(list.setColumnPosition(1, invalid), std::out_of_range);
+}
+
+TEST_F(ListViewTest, TellsThePeerOfEveryColumnChange) {
+    list.setColumnWidth(2, 0);
+    list.setColumnIcon(2, u"SortUp");
+    list.setColumnIcon(2, u"SortUp");
+    list.setColumnAlignment(2, Alignment::Left);
+    list.setColumnCaption(2, u"New");
+    EXPECT_EQ(peer().told("columnChanged"), 4);
+    peer().verify();
+    peer().userResizes(1, 777);
+    peer().userMoves(3, 1);
+    EXPECT_EQ(list.column(1).width, 777);
+    EXPECT_EQ(list.column(1).position, 2);
+    EXPECT_EQ(peer().told("columnChanged"), 4);
+}
+
+TEST_F(ListViewTest, KnowsTheWidestCellAfterEveryChange) {
+    const auto widest = [this] {
+        base::Twips width = 0;
+        for (int i = 1; i <= list.rowCount(); ++i)
+            width = std::max(width, list.textWidth(list.row(i).columnText(2)));
+        return width;
+    };
+    EXPECT_EQ(list.widestCell(2), 0);
+    list.append(rowOf(u"", u"abc"));
+    list.append(rowOf(u"", u"abcdef"));
+    list.append(rowOf(u"", u"a"));
+    EXPECT_EQ(list.widestCell(2), widest());
+    list.insert(1, rowOf(u"", u"abcdefghi"));
+    EXPECT_EQ(list.widestCell(2), widest());
+    list.remove(1);
+    EXPECT_EQ(list.widestCell(2), widest());
+    list.replace(2, rowOf(u"", u"b"));
+    EXPECT_EQ(list.widestCell(2), widest());
+    list.setCellTag(1, u"Second", u"t");
+    EXPECT_EQ(list.widestCell(2), widest());
+    list.setFont({u"Other", 20, 700, false, false, false});
+    EXPECT_EQ(list.widestCell(2), widest());
+    list.clear();
+    EXPECT_EQ(list.widestCell(2), 0);
+}
+
+TEST_F(ListViewTest, MeasuresACellOnceAFont) {
+    fill({u"aaa", u"bbb"});
+    list.widestCell(1);
+    const auto before = measurer.measured();
+    list.widestCell(1);
+    list.cellWidth(1, 1);
+    list.cellWidth(2, 1);
+    EXPECT_EQ(measurer.measured(), before);
+    list.setFont({u"Other", 20, 400, false, false, false});
+    list.cellWidth(1, 1);
+    EXPECT_EQ(measurer.measured(), before + 1);
+}
+
+TEST_F(ListViewTest, SharesAContentBetweenListsOfDifferentFonts) {
+    ListView other(collator, measurer);
+    other.setColumns({{u"First", u"F", 1000, 0, u"", Alignment::Left}});
+    other.setFont({u"Other", 30, 400, false, false, false});
+    const RowPtr shared = rowOf(u"text");
+    list.append(shared);
+    other.append(shared);
+    EXPECT_EQ(list.cellWidth(1, 1), list.textWidth(u"text"));
+    EXPECT_EQ(other.cellWidth(1, 1), other.textWidth(u"text"));
+    EXPECT_EQ(list.cellWidth(1, 1), list.textWidth(u"text"));
+    EXPECT_LT(list.cellWidth(1, 1), other.cellWidth(1, 1));
+}
+
+TEST_F(ListViewTest, TellsThePeerOnceOfNestedBatches) {
+    {
+        ListView::Batch outer(list);
+        ListView::Batch inner(list);
+        fill({u"a"});
+    }
+    EXPECT_EQ(peer().told("batchBegan"), 1);
+    EXPECT_EQ(peer().told("batchEnded"), 1);
+}
+
+TEST_F(ListViewTest, ScrollsThePeer) {
+    for (int i = 0; i < 100; ++i) list.append(rowOf(u"x"));
+    list.scrollTo(100);
+    EXPECT_EQ(peer().topRow(), 81);
+    list.scrollTo(90);
+    EXPECT_EQ(peer().topRow(), 81);
+    list.scrollTo(5);
+    EXPECT_EQ(peer().topRow(), 5);
+    EXPECT_EQ(peer().scrolledTo(), (std::vector<int>{100, 90, 5}));
+}
+
+TEST(ListViewAlone, WorksWithoutAPeer) {
+    platform::headless::HeadlessCollator collator;
+    platform::headless::HeadlessTextMeasurer measurer;
+    ListView list(collator, measurer);
+    ListView::Batch batch(list);
+    list.append(makeRow({u"a", {}, {}, {}}));
+    list.select(1, true);
+    list.scrollTo(1);
+    EXPECT_EQ(list.windowHandle(), 0);
+    EXPECT_EQ(list.selectedRow(), 1);
+}
+
+TEST(ImageListTest, FindsIconsWithoutRegardToCaseAndKeepsTheFirstOfAKey) {
+    ImageList images;
+    EXPECT_TRUE(images.add(u"Good", nullptr));
+    EXPECT_TRUE(images.add(u"Bad", nullptr));
+    EXPECT_FALSE(images.add(u"GOOD", nullptr));
+    EXPECT_FALSE(images.add(u"", nullptr));
+    EXPECT_EQ(images.count(), 2);
+    EXPECT_EQ(images.indexOf(u"bad"), 1);
+    EXPECT_EQ(images.indexOf(u"None"), -1);
+    EXPECT_EQ(images.key(0), u"Good");
+}
+
+} // namespace
+} // namespace cvlog::widgets

@@ -1,0 +1,101 @@
+#include "widgets/row_content.h"
+
+#include <gtest/gtest.h>
+
+namespace cvlog::widgets {
+namespace {
+
+using namespace std::string_literals;
+
+Row sampleRow() {
+    return {
+        u"text"s,
+        u"tag"s,
+        u"icon"s,
+        {{u"A", u"a1\0x"s, u"a2", u"a3", u"a4"}, {u"B", u"", u"", u"", u""}, {u"C", u"c1", u"", u"c3", u""}}};
+}
+
+TEST(RowContent, KeepsEveryTextExactly) {
+    const RowPtr row = makeRow(sampleRow());
+    EXPECT_EQ(row->text(), u"text");
+    EXPECT_EQ(row->tag(), u"tag");
+    EXPECT_EQ(row->smallIcon(), u"icon");
+    ASSERT_EQ(row->cellCount(), 3);
+    EXPECT_EQ(row->cellText(1), u"a1\0x"s);
+    EXPECT_EQ(row->cellTag(1), u"a2");
+    EXPECT_EQ(row->cellIcon(1), u"a3");
+    EXPECT_EQ(row->cellToolTip(1), u"a4");
+    EXPECT_EQ(row->cellText(2), u"");
+    EXPECT_EQ(row->cellIcon(3), u"c3");
+    EXPECT_TRUE(row->edit() == sampleRow());
+}
+
+TEST(RowContent, FindsCellsByKeyWithoutRegardToCase) {
+    const RowPtr row = makeRow(sampleRow());
+    EXPECT_EQ(row->cellOf(u"b"), 2);
+    EXPECT_EQ(row->cellOf(u"D"), 0);
+    EXPECT_EQ(row->cellKey(3), u"C");
+}
+
+TEST(RowContent, AnswersEmptyForCellsOutOfRange) {
+    const RowPtr row = makeRow(sampleRow());
+    for (const int cell : {-1, 0, 4}) {
+        EXPECT_EQ(row->cellText(cell), u"");
+        EXPECT_EQ(row->cellKey(cell), u"");
+    }
+}
+
+TEST(RowContent, ShowsItsOwnTextInTheFirstColumnAndCellsByPositionInTheOthers) {
+    const RowPtr row = makeRow(sampleRow());
+    EXPECT_EQ(row->columnText(1), u"text");
+    EXPECT_EQ(row->columnText(2), u"a1\0x"s);
+    EXPECT_EQ(row->columnText(4), u"c1");
+    EXPECT_EQ(row->columnText(5), u"");
+}
+
+TEST(RowContent, SharesKeysOnlyWhenTheyAreItsOwn) {
+    const RowPtr first = makeRow(sampleRow());
+    const RowPtr second = makeRow(sampleRow(), first->keys());
+    EXPECT_EQ(first->keys(), second->keys());
+    Row other = sampleRow();
+    other.cells[1].key = u"Z";
+    EXPECT_EQ(makeRow(other, first->keys())->cellOf(u"Z"), 2);
+    other.cells.pop_back();
+    EXPECT_EQ(makeRow(other, first->keys())->cellCount(), 2);
+}
+
+TEST(RowContent, RemembersWidthsOfOneFontOnly) {
+    const RowPtr row = makeRow(sampleRow());
+    EXPECT_EQ(row->rememberedWidth(1, 1), std::nullopt);
+    row->rememberWidth(1, 1, 100);
+    row->rememberWidth(1, 4, 0);
+    EXPECT_EQ(row->rememberedWidth(1, 1), 100);
+    EXPECT_EQ(row->rememberedWidth(1, 4), 0);
+    EXPECT_EQ(row->rememberedWidth(1, 2), std::nullopt);
+    EXPECT_EQ(row->rememberedWidth(2, 1), std::nullopt);
+    row->rememberWidth(2, 2, 7);
+    EXPECT_EQ(row->rememberedWidth(2, 1), std::nullopt);
+    EXPECT_EQ(row->rememberedWidth(1, 1), std::nullopt);
+    row->rememberWidth(2, 99, 7);
+    EXPECT_EQ(row->rememberedWidth(2, 99), std::nullopt);
+}
+
+TEST(RowPtrTest, CountsItsReferences) {
+    RowPtr first = makeRow(sampleRow());
+    RowPtr second = first;
+    RowPtr third = std::move(first);
+    EXPECT_FALSE(first);
+    EXPECT_EQ(second.get(), third.get());
+    second = second; // NOLINT: assignment to itself is the point
+    second = RowPtr();
+    EXPECT_EQ(third->text(), u"text");
+}
+
+TEST(RowCell, IsFoundByKeyForEditing) {
+    Row row = sampleRow();
+    EXPECT_EQ(row.cell(u"c"), &row.cells[2]);
+    EXPECT_EQ(row.cell(u"None"), nullptr);
+}
+
+} // namespace
+} // namespace cvlog::widgets

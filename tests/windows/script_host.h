@@ -1,0 +1,59 @@
+#pragma once
+
+#include <windows.h>
+
+#include <ole2.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace cvlog::tests {
+
+/// A host object for tests: an IDispatch whose members are lambdas. Arguments come in call order; a by-reference one
+/// is followed.
+class ScriptedDispatch final : public IDispatch {
+public:
+    using Arguments = std::vector<VARIANT>;
+    using Body = std::function<HRESULT(Arguments&, VARIANT*)>;
+
+    static ScriptedDispatch* make() { return new ScriptedDispatch; }
+    static int alive() { return alive_; }
+
+    ScriptedDispatch& member(const wchar_t* name, Body body) {
+        members_.emplace_back(name, std::move(body));
+        return *this;
+    }
+    ScriptedDispatch& text(const wchar_t* name, std::wstring value);
+    ScriptedDispatch& number(const wchar_t* name, LONG value);
+    /// Takes over the reference.
+    ScriptedDispatch& object(const wchar_t* name, IDispatch* value);
+
+    STDMETHODIMP QueryInterface(REFIID id, void** result) override;
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) Release() override;
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                        EXCEPINFO* info, UINT* bad) override;
+
+private:
+    ScriptedDispatch() { ++alive_; }
+    ~ScriptedDispatch();
+
+    static inline int alive_ = 0;
+    ULONG references_ = 1;
+    std::vector<std::pair<std::wstring, Body>> members_;
+    std::vector<IDispatch*> owned_;
+};
+
+void giveText(VARIANT* result, const std::wstring& value);
+void giveObject(VARIANT* result, IDispatch* value);
+
+/// A workspace with one method, one entity type and one object "O1", for a project folder. One reference.
+IDispatch* makeWorkspace(const std::wstring& projectFolder);
+
+} // namespace cvlog::tests

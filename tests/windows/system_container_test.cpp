@@ -1,0 +1,123 @@
+// The control in the system's own ActiveX container window.
+
+#include "tests/windows/com_test.h"
+#include "tests/windows/script_host.h"
+
+#include <commctrl.h>
+
+namespace cvlog::tests {
+namespace {
+
+using ContainerInit = BOOL(WINAPI*)();
+using ContainerGetControl = HRESULT(WINAPI*)(HWND, IUnknown**);
+
+class SystemContainer : public ComTest {
+protected:
+    void SetUp() override {
+        ComTest::SetUp();
+        atl_ = LoadLibraryW(L"atl100.dll");
+        ASSERT_NE(atl_, nullptr);
+        // A second initialisation in one process fails.
+        static const BOOL initialised = entry<ContainerInit>("AtlAxWinInit")();
+        ASSERT_TRUE(initialised);
+        window_ = CreateWindowExW(0, L"AtlAxWin100", L"CVLog3.CVLogControl", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                                  0, 0, 640, 320, nullptr, nullptr, nullptr, nullptr);
+        ASSERT_NE(window_, nullptr);
+        ComPtr<IUnknown> unknown;
+        ASSERT_EQ(entry<ContainerGetControl>("AtlAxGetControl")(window_, &unknown), S_OK);
+        ASSERT_EQ(unknown.As(&control_), S_OK);
+    }
+    void TearDown() override {
+        control_.Reset();
+        if (IsWindow(window_)) DestroyWindow(window_);
+        ComTest::TearDown();
+    }
+    HWND list() {
+        Variant handle;
+        EXPECT_EQ(callByName(control_.Get(), L"hwnd", DISPATCH_PROPERTYGET, {}, &handle), S_OK);
+        return reinterpret_cast<HWND>(static_cast<LONG_PTR>(handle.lVal));
+    }
+    template <class Function>
+    Function entry(const char* name) const {
+        return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(atl_, name)));
+    }
+
+    HMODULE atl_ = nullptr;
+    HWND window_ = nullptr;
+    ComPtr<IDispatch> control_;
+};
+
+TEST_F(SystemContainer, TheListIsAVisibleChildThatFillsTheContainer) {
+    ASSERT_TRUE(IsWindow(list()));
+    EXPECT_TRUE(IsChild(window_, list()));
+    EXPECT_TRUE(IsWindowVisible(list()));
+    RECT container = {};
+    RECT shown = {};
+    GetClientRect(window_, &container);
+    GetWindowRect(list(), &shown);
+    EXPECT_EQ(shown.right - shown.left, container.right);
+    EXPECT_EQ(shown.bottom - shown.top, container.bottom);
+}
+
+TEST_F(SystemContainer, TheListFollowsTheContainersSize) {
+    SetWindowPos(window_, nullptr, 0, 0, 300, 200, SWP_NOMOVE | SWP_NOZORDER);
+    RECT container = {};
+    RECT shown = {};
+    GetClientRect(window_, &container);
+    GetWindowRect(list(), &shown);
+    EXPECT_EQ(shown.right - shown.left, container.right);
+    EXPECT_EQ(shown.bottom - shown.top, container.bottom);
+}
+
+TEST_F(SystemContainer, AReportBecomesARowOfTheListAndARecordOfTheDatabase) {
+    const ProjectFolder project;
+    const ComPtr<IDispatch> workspace = com::adopt(makeWorkspace(project.path()));
+    const ComPtr<IDispatch> log = create(L"CVLog3.CVLog");
+    ASSERT_TRUE(openDb(log.Get(), workspace.Get()));
+    EXPECT_EQ(callByName(log.Get(), L"SeriesStart", DISPATCH_METHOD, {Variant(L"verify")}), S_OK);
+    for (LONG code : {0L, 1L, -1L})
+        EXPECT_EQ(callByName(log.Get(), L"Add", DISPATCH_METHOD,
+                             {Variant(L"verify"), Variant(code), Variant(L"O1"), Variant(L"message")}),
+                  S_OK);
+    EXPECT_EQ(SendMessageW(list(), LVM_GETITEMCOUNT, 0, 0), 3);
+
+    wchar_t text[64] = {};
+    LVITEMW item = {};
+    item.iSubItem = 5;
+    item.pszText = text;
+    item.cchTextMax = 64;
+    SendMessageW(list(), LVM_GETITEMTEXTW, 2, reinterpret_cast<LPARAM>(&item));
+    EXPECT_STREQ(text, L"RC -1");
+
+    Variant database;
+    EXPECT_EQ(callByName(log.Get(), L"LogDB", DISPATCH_PROPERTYGET, {}, &database), S_OK);
+    ASSERT_EQ(database.vt, VT_DISPATCH);
+    ASSERT_NE(database.pdispVal, nullptr);
+    Variant rows;
+    EXPECT_EQ(callByName(database.pdispVal, L"OpenRecordset", DISPATCH_METHOD,
+                         {Variant(L"select * from LogInfo order by RecordNum")}, &rows),
+              S_OK);
+    ASSERT_EQ(rows.vt, VT_DISPATCH);
+    Variant fields;
+    EXPECT_EQ(callByName(rows.pdispVal, L"Fields", DISPATCH_PROPERTYGET, {Variant(L"ObjectName")}, &fields),
+              S_OK);
+    ASSERT_EQ(fields.vt, VT_DISPATCH);
+    Variant name;
+    EXPECT_EQ(callByName(fields.pdispVal, L"Value", DISPATCH_PROPERTYGET, {}, &name), S_OK);
+    ASSERT_EQ(name.vt, VT_BSTR);
+    EXPECT_STREQ(name.bstrVal, L"PAYROLL");
+    EXPECT_EQ(callByName(log.Get(), L"CloseDB", DISPATCH_METHOD, {}), S_OK);
+    EXPECT_EQ(SendMessageW(list(), LVM_GETITEMCOUNT, 0, 0), 0);
+}
+
+TEST_F(SystemContainer, TheListKeepsItsHandleWhenTheContainerGoesAndTheControlStays) {
+    const HWND before = list();
+    DestroyWindow(window_);
+    EXPECT_TRUE(IsWindow(before)) << "the handle is the list's key: it lives until the final release";
+    EXPECT_EQ(list(), before);
+    control_.Reset();
+    EXPECT_FALSE(IsWindow(before));
+}
+
+} // namespace
+} // namespace cvlog::tests

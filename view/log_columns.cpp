@@ -1,0 +1,50 @@
+#include "view/log_columns.h"
+
+#include "automation/value.h"
+#include "base/failure.h"
+#include "base/text.h"
+#include "core/column_fit.h"
+#include "core/log_row.h"
+
+namespace cvlog::view {
+
+namespace {
+
+constexpr int kFirstCaption = 132;
+
+// The display position of a column, 0 for a hidden one.
+int storedPosition(core::Globals& globals, const widgets::Column& column, int natural) {
+    return base::valueOr(natural, [&] {
+        const std::u16string product = globals.store.Workspace.productName();
+        const std::u16string stored =
+            globals.platform.settings.get(product, u"Activity Log", column.key, base::decimal(natural));
+        return static_cast<int>(automation::toInt32(stored));
+    });
+}
+
+} // namespace
+
+void LocaliseColumns(const core::Globals& globals, widgets::ListView& list) {
+    std::vector<widgets::Column> columns(1 + core::kLogCellKeys.size());
+    columns.front().key = u"Date";
+    for (std::size_t i = 0; i < core::kLogCellKeys.size(); ++i) columns[i + 1].key = core::kLogCellKeys[i];
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        columns[i].caption = resources::text(globals.platform.language, kFirstCaption + static_cast<int>(i));
+    list.setColumns(std::move(columns));
+}
+
+void SetUpColumns(core::Globals& globals, widgets::ListView& list) {
+    widgets::ListView::Batch batch(list);
+    for (int index = 1; index <= list.columnCount(); ++index) {
+        const widgets::Column& column = list.column(index);
+        const int position = storedPosition(globals, column, index);
+        if (position == 0) {
+            list.setColumnWidth(index, 0);
+            continue;
+        }
+        list.setColumnWidth(index, list.textWidth(column.caption) + core::kCaptionPadding);
+        base::ignoring([&] { list.setColumnPosition(index, position); });
+    }
+}
+
+} // namespace cvlog::view

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+
+namespace cvlog::view {
+
+// The dispatch ids that automation keeps for the properties every control has.
+inline constexpr std::int32_t kBackColorId = -501;
+inline constexpr std::int32_t kForeColorId = -513;
+inline constexpr std::int32_t kEnabledId = -514;
+inline constexpr std::int32_t kHwndId = -515;
+inline constexpr std::int32_t kRefreshId = -550;
+inline constexpr std::int32_t kTextWidthId = 0x60030001;
+
+} // namespace cvlog::view

@@ -1,0 +1,45 @@
+#include "view/row_copy.h"
+
+#include "base/text.h"
+#include "core/column_fit.h"
+#include "view/list_set.h"
+
+namespace cvlog::view {
+
+namespace {
+
+bool sameRow(const widgets::RowContent& left, const widgets::RowContent& right) {
+    return base::equalsIgnoringCase(left.text(), right.text()) &&
+           base::equalsIgnoringCase(left.tag(), right.tag());
+}
+
+void insertMissingRows(const widgets::ListView& source, widgets::ListView& target) {
+    for (int i = 1; i <= source.rowCount(); ++i)
+        if (target.rowCount() < i || !sameRow(source.row(i), target.row(i)))
+            target.insert(i, source.content(i), source.isSelected(i));
+}
+
+void takeOverSorting(const widgets::ListView& source, widgets::ListView& target) {
+    target.setSort(source.sortKey(), source.sortOrder());
+    target.setSorted(source.sorted());
+    RefreshSortIcon(target);
+}
+
+void showSameRows(const widgets::ListView& source, widgets::ListView& target) {
+    if (target.rowCount() == 0) return;
+    target.scrollTo(target.rowCount());
+    const int top = source.peer() ? source.peer()->topRow() : 0;
+    if (top >= 1 && top <= target.rowCount()) target.scrollTo(top);
+}
+
+} // namespace
+
+void CopyAllRows(const widgets::ListView& source, widgets::ListView& target) {
+    widgets::ListView::Batch batch(target);
+    insertMissingRows(source, target);
+    takeOverSorting(source, target);
+    core::AutoSizeColumns(target, 0);
+    showSameRows(source, target);
+}
+
+} // namespace cvlog::view

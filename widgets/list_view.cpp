@@ -1,0 +1,162 @@
+#include "widgets/list_view.h"
+
+#include "base/text.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace cvlog::widgets {
+
+ListView::ListView(ports::Collator& collator, ports::TextMeasurer& measurer)
+    : collator_(collator), measurer_(measurer), fontNumber_(measurer.fontNumber(font_)) {}
+
+ListView::~ListView() = default;
+
+void ListView::attach(std::unique_ptr<ListViewPeer> peer) { peer_ = std::move(peer); }
+
+std::int32_t ListView::windowHandle() const { return peer_ ? peer_->windowHandle() : 0; }
+
+RowId ListView::insert(int position, RowPtr content, bool selected) {
+    const int place = sorted_ ? sortedPlace(*content) : position;
+    growWidest(*content);
+    const RowId id = ++lastId_;
+    rows_.insert(static_cast<std::size_t>(place - 1), Entry{std::move(content), id, selected});
+    selectedCount_ += selected ? 1 : 0;
+    if (focused_ >= place) ++focused_;
+    tellPeer([place](ListViewPeer& peer) { peer.rowsInserted(place, 1); });
+    return id;
+}
+
+void ListView::remove(int position) {
+    shrinkWidest(row(position));
+    selectedCount_ -= isSelected(position) ? 1 : 0;
+    rows_.remove(static_cast<std::size_t>(position - 1), 1);
+    if (focused_ == position)
+        focused_ = 0;
+    else if (focused_ > position)
+        --focused_;
+    tellPeer([position](ListViewPeer& peer) { peer.rowsRemoved(position, 1); });
+}
+
+void ListView::clear() {
+    rows_.clear();
+    selectedCount_ = 0;
+    focused_ = 0;
+    std::fill(widest_.begin(), widest_.end(), Widest{});
+    tellPeer([](ListViewPeer& peer) { peer.cleared(); });
+}
+
+int ListView::positionOf(RowId id, int guess) const noexcept {
+    const int count = rowCount();
+    const int middle = std::clamp(guess, 1, std::max(count, 1));
+    for (int distance = 0; middle - distance >= 1 || middle + distance <= count; ++distance) {
+        if (middle + distance <= count && entry(middle + distance).id == id) return middle + distance;
+        if (middle - distance >= 1 && middle - distance <= count && entry(middle - distance).id == id)
+            return middle - distance;
+    }
+    return 0;
+}
+
+void ListView::replace(int position, RowPtr content) {
+    shrinkWidest(row(position));
+    growWidest(*content);
+    entry(position).content = std::move(content);
+    tellPeer([position](ListViewPeer& peer) { peer.rowChanged(position); });
+}
+
+void ListView::setCellTag(int position, std::u16string_view key, std::u16string_view tag) {
+    Row changed = row(position).edit();
+    Cell* cell = changed.cell(key);
+    if (!cell) throw std::out_of_range("the row has no such cell");
+    cell->tag = tag;
+    entry(position).content = makeRow(changed, row(position).keys());
+}
+
+void ListView::select(int position, bool selected) {
+    if (isSelected(position) == selected) return;
+    userSelected(position, selected);
+    tellPeer([](ListViewPeer& peer) { peer.selectionChanged(); });
+}
+
+void ListView::selectAll(bool selected) {
+    userSelectedAll(selected);
+    tellPeer([](ListViewPeer& peer) { peer.selectionChanged(); });
+}
+
+void ListView::focusRow(int position) {
+    if (focused_ == position) return;
+    focused_ = position;
+    tellPeer([](ListViewPeer& peer) { peer.selectionChanged(); });
+}
+
+int ListView::selectedRow() const noexcept {
+    if (selectedCount_ == 0) return 0;
+    if (focused_ > 0 && isSelected(focused_)) return focused_;
+    int position = 1;
+    while (!isSelected(position)) ++position;
+    return position;
+}
+
+void ListView::setFont(const base::Font& font) {
+    font_ = font;
+    fontNumber_ = measurer_.fontNumber(font);
+    std::fill(widest_.begin(), widest_.end(), Widest{});
+    tellPeer([](ListViewPeer& peer) { peer.appearanceChanged(); });
+}
+
+void ListView::setColours(const Colours& colours) {
+    colours_ = colours;
+    tellPeer([](ListViewPeer& peer) { peer.appearanceChanged(); });
+}
+
+void ListView::setEnabled(bool enabled) {
+    enabled_ = enabled;
+    tellPeer([](ListViewPeer& peer) { peer.appearanceChanged(); });
+}
+
+void ListView::setSmallIcons(std::shared_ptr<const ImageList> icons) {
+    smallIcons_ = std::move(icons);
+    tellPeer([](ListViewPeer& peer) { peer.appearanceChanged(); });
+}
+
+void ListView::setHeaderIcons(std::shared_ptr<const ImageList> icons) {
+    headerIcons_ = std::move(icons);
+    tellPeer([](ListViewPeer& peer) { peer.appearanceChanged(); });
+}
+
+void ListView::scrollTo(int position) {
+    tellPeer([position](ListViewPeer& peer) { peer.scrollTo(position); });
+}
+
+void ListView::repaint() {
+    tellPeer([](ListViewPeer& peer) { peer.repaint(); });
+}
+
+void ListView::takeFocus() {
+    tellPeer([](ListViewPeer& peer) { peer.takeFocus(); });
+}
+
+void ListView::userSelected(int position, bool selected) noexcept {
+    Entry& changed = entry(position);
+    if (changed.selected == selected) return;
+    changed.selected = selected;
+    selectedCount_ += selected ? 1 : -1;
+}
+
+void ListView::userSelectedAll(bool selected) noexcept {
+    if (!selected && selectedCount_ == 0) return;
+    for (int position = 1; position <= rowCount(); ++position) entry(position).selected = selected;
+    selectedCount_ = selected ? rowCount() : 0;
+}
+
+void ListView::userFocused(int position) noexcept { focused_ = position; }
+
+ListView::Batch::Batch(ListView& list) : list_(list) {
+    if (list_.batchDepth_++ == 0) list_.tellPeer([](ListViewPeer& peer) { peer.batchBegan(); });
+}
+
+ListView::Batch::~Batch() {
+    if (--list_.batchDepth_ == 0) list_.tellPeer([](ListViewPeer& peer) { peer.batchEnded(); });
+}
+
+} // namespace cvlog::widgets

@@ -1,0 +1,117 @@
+#pragma once
+
+#include "base/twips.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace cvlog::widgets {
+
+/// A sub-item of a row: found by its key, never by its position on screen.
+struct Cell {
+    std::u16string key;
+    std::u16string text;
+    std::u16string tag;
+    std::u16string icon; // key in the list's small icons, "" for none
+    std::u16string toolTip;
+    friend bool operator==(const Cell&, const Cell&) = default;
+};
+
+/// A row in the making: freely editable, in no list.
+struct Row {
+    std::u16string text;
+    std::u16string tag;
+    std::u16string smallIcon;
+    std::vector<Cell> cells;
+
+    /// Null when the row has no such cell. Keys are compared without regard to case.
+    Cell* cell(std::u16string_view key) noexcept;
+    friend bool operator==(const Row&, const Row&) = default;
+};
+
+/// The cell keys of a row, in order. Rows of the same shape share one.
+using RowKeys = std::shared_ptr<const std::vector<std::u16string>>;
+
+/// What a row shows. Immutable and shared by every list that shows the row; a list whose row changes gets its own
+/// content. Remembers the measured widths of its texts for the font that measured last.
+class RowContent {
+public:
+    RowContent(const Row& row, RowKeys keys);
+    RowContent(const RowContent&) = delete;
+    RowContent& operator=(const RowContent&) = delete;
+
+    std::u16string_view text() const noexcept { return field(0); }
+    std::u16string_view tag() const noexcept { return field(1); }
+    std::u16string_view smallIcon() const noexcept { return field(2); }
+
+    int cellCount() const noexcept { return static_cast<int>(keys_->size()); }
+    /// Cells count from 1, as the columns after the first do; one out of range is empty.
+    std::u16string_view cellKey(int cell) const noexcept;
+    std::u16string_view cellText(int cell) const noexcept { return cellField(cell, 0); }
+    std::u16string_view cellTag(int cell) const noexcept { return cellField(cell, 1); }
+    std::u16string_view cellIcon(int cell) const noexcept { return cellField(cell, 2); }
+    std::u16string_view cellToolTip(int cell) const noexcept { return cellField(cell, 3); }
+    /// 0 when there is no such cell.
+    int cellOf(std::u16string_view key) const noexcept;
+
+    /// The text shown in a column (1-based): the row's own in the first, a cell's in the others.
+    std::u16string_view columnText(int column) const noexcept;
+
+    const RowKeys& keys() const noexcept { return keys_; }
+
+    /// A copy for editing.
+    Row edit() const;
+
+    /// The remembered width of a column's text, or nothing when this font has not measured it.
+    std::optional<base::Twips> rememberedWidth(std::uint32_t fontNumber, int column) const noexcept;
+    void rememberWidth(std::uint32_t fontNumber, int column, base::Twips width) const;
+
+private:
+    friend class RowPtr;
+
+    std::u16string_view field(std::size_t index) const noexcept;
+    std::u16string_view cellField(int cell, std::size_t part) const noexcept;
+
+    mutable std::uint32_t references_ = 0;
+    mutable std::uint32_t widthsFont_ = 0;
+    RowKeys keys_;
+    std::u16string characters_;               // all texts, one after another
+    std::vector<std::uint32_t> ends_;         // where each text ends
+    mutable std::vector<base::Twips> widths_; // by column; negative: not measured
+};
+
+/// A counted reference to a row's content. Contents belong to one apartment, so the count is a plain number.
+class RowPtr {
+public:
+    RowPtr() = default;
+    explicit RowPtr(const RowContent* content) noexcept : content_(content) { acquire(); }
+    RowPtr(const RowPtr& other) noexcept : content_(other.content_) { acquire(); }
+    RowPtr(RowPtr&& other) noexcept : content_(std::exchange(other.content_, nullptr)) {}
+    RowPtr& operator=(RowPtr other) noexcept {
+        std::swap(content_, other.content_);
+        return *this;
+    }
+    ~RowPtr() {
+        if (content_ && --content_->references_ == 0) delete content_;
+    }
+    const RowContent& operator*() const noexcept { return *content_; }
+    const RowContent* operator->() const noexcept { return content_; }
+    const RowContent* get() const noexcept { return content_; }
+    explicit operator bool() const noexcept { return content_ != nullptr; }
+
+private:
+    void acquire() const noexcept {
+        if (content_) ++content_->references_;
+    }
+    const RowContent* content_ = nullptr;
+};
+
+/// The finished content of a row. It shares `keys` when these are the row's, else it gets its own.
+RowPtr makeRow(const Row& row, RowKeys keys = nullptr);
+
+} // namespace cvlog::widgets

@@ -1,0 +1,60 @@
+#include "workbench/connection_point.h"
+
+namespace workbench {
+
+void ConnectionPoint::raise(DISPID event) {
+    const auto listeners = listeners_; // a listener may come or go while it is called
+    for (const auto& [cookie, listener] : listeners) {
+        DISPPARAMS none{};
+        listener->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, nullptr,
+                         nullptr);
+    }
+}
+
+HRESULT ConnectionPoint::GetConnectionInterface(IID* iid) {
+    if (!iid) {
+        return E_POINTER;
+    }
+    *iid = events_;
+    return S_OK;
+}
+
+HRESULT ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer** container) {
+    if (!container) {
+        return E_POINTER;
+    }
+    *container = owner_;
+    if (!owner_) {
+        return E_UNEXPECTED;
+    }
+    owner_->AddRef();
+    return S_OK;
+}
+
+HRESULT ConnectionPoint::Advise(IUnknown* listener, DWORD* cookie) {
+    if (!listener || !cookie) {
+        return E_POINTER;
+    }
+    *cookie = 0;
+    ComPtr<IDispatch> dispatch;
+    if (FAILED(listener->QueryInterface(events_, reinterpret_cast<void**>(dispatch.GetAddressOf()))) &&
+        FAILED(listener->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(dispatch.GetAddressOf())))) {
+        return CONNECT_E_CANNOTCONNECT;
+    }
+    *cookie = ++lastCookie_;
+    listeners_[*cookie] = dispatch;
+    return S_OK;
+}
+
+HRESULT ConnectionPoint::Unadvise(DWORD cookie) {
+    return listeners_.erase(cookie) ? S_OK : CONNECT_E_NOCONNECTION;
+}
+
+HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) {
+    if (connections) {
+        *connections = nullptr;
+    }
+    return E_NOTIMPL;
+}
+
+} // namespace workbench
