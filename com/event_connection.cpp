@@ -48,13 +48,16 @@ public:
         return S_OK;
     }
 
+    /// Nothing is heard any more, also from a source that goes on raising after it was told to stop.
+    void detach() noexcept { sink_.reset(); }
+
 private:
     void forward(DISPID id, DISPPARAMS* parameters) {
         std::vector<Value> arguments;
         for (UINT i = parameters ? parameters->cArgs : 0; i > 0; --i)
             arguments.push_back(fromVariant(parameters->rgvarg[i - 1]));
         const std::shared_ptr<EventSink> keep = sink_;
-        keep->onEvent(id, arguments);
+        if (keep) keep->onEvent(id, arguments);
     }
 
     ModuleLock lock_;
@@ -65,12 +68,16 @@ private:
 
 class EventConnection final : public automation::Connection {
 public:
-    EventConnection(ComPtr<IConnectionPoint> point, DWORD cookie)
-        : point_(std::move(point)), cookie_(cookie) {}
-    ~EventConnection() override { point_->Unadvise(cookie_); }
+    EventConnection(ComPtr<IConnectionPoint> point, ComPtr<SinkDispatch> sink, DWORD cookie)
+        : point_(std::move(point)), sink_(std::move(sink)), cookie_(cookie) {}
+    ~EventConnection() override {
+        sink_->detach();
+        point_->Unadvise(cookie_);
+    }
 
 private:
     ComPtr<IConnectionPoint> point_;
+    ComPtr<SinkDispatch> sink_;
     DWORD cookie_;
 };
 
@@ -134,11 +141,11 @@ std::unique_ptr<automation::Connection> connectEvents(IDispatch* source, std::sh
         throw automation::AutomationError(automation::code::kNoConnection, u"The object raises no events");
     IID events = IID_IDispatch;
     point->GetConnectionInterface(&events);
-    const ComPtr<IDispatch> dispatch = adopt<IDispatch>(new SinkDispatch(std::move(sink), events));
+    const ComPtr<SinkDispatch> ear = adopt(new SinkDispatch(std::move(sink), events));
     DWORD cookie = 0;
-    const HRESULT result = point->Advise(dispatch.Get(), &cookie);
+    const HRESULT result = point->Advise(ear.Get(), &cookie);
     if (FAILED(result)) throw automation::AutomationError(result, u"The object refuses the connection");
-    return std::make_unique<EventConnection>(point, cookie);
+    return std::make_unique<EventConnection>(point, ear, cookie);
 }
 
 std::shared_ptr<EventSink> makeHostSink(IDispatch* sink) { return std::make_shared<HostSink>(sink); }

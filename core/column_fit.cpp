@@ -9,7 +9,7 @@ namespace cvlog::core {
 namespace {
 
 constexpr base::Twips kFirstColumnPadding = 420;
-constexpr base::Twips kIconCellPadding = 650;
+constexpr base::Twips kIconCellPadding = 650; // the largest
 constexpr base::Twips kCellPadding = 180;
 constexpr base::Twips kLeastGain = 2;
 
@@ -22,7 +22,10 @@ base::Twips paddingOf(const widgets::ListView& list, int column) {
 }
 
 base::Twips neededForRow(const widgets::ListView& list, int column, int row) {
-    return std::max(list.column(column).width, list.cellWidth(row, column) + paddingOf(list, column));
+    const base::Twips width = list.column(column).width;
+    const base::Twips text = list.cellWidth(row, column);
+    if (text + kIconCellPadding <= width) return width; // whatever the column shows; mostly so
+    return std::max(width, text + paddingOf(list, column));
 }
 
 base::Twips neededForAll(const widgets::ListView& list, int column) {

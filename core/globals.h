@@ -1,6 +1,8 @@
 #pragma once
 
+#include "automation/object.h"
 #include "base/date_time.h"
+#include "core/errors_list_filter.h"
 #include "core/log_views.h"
 #include "core/series.h"
 #include "hostapi/options_document.h"
@@ -18,7 +20,6 @@
 #include "widgets/list_view_peer.h"
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
 
@@ -54,8 +55,11 @@ struct OptionState {
     hostapi::OptionsDocument UserOptions;
     bool KeepInSession = false;
     bool DockedOption = false;
-    /// By the first character of a kind of errors-file line, case-folded: true when lines of that kind are hidden.
-    std::map<char16_t, bool> ErrorsListFilter;
+    core::ErrorsListFilter ErrorsListFilter;
+    /// The last reload changed the filter.
+    bool FilterChanged = false;
+    /// Hears when the user's options were saved; ends with the database.
+    std::unique_ptr<automation::Connection> savedEvents;
 };
 
 struct StoreState {

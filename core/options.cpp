@@ -21,19 +21,52 @@ bool valueIs(const OptionNode& node, std::u16string_view word) {
 void addFilterItem(OptionState& options, const OptionNode& node) {
     base::ignoring([&] {
         const std::u16string name = node.attribute(u"NAME");
-        if (!name.empty())
-            options.ErrorsListFilter.emplace(base::foldCase(name.front()), valueIs(node, u"false"));
+        if (!name.empty()) options.ErrorsListFilter.add(name.front(), valueIs(node, u"false"));
     });
 }
 
 void loadErrorsListFilter(OptionState& options) {
     OptionNode node = options.UserOptions.selectSingleNode(kErrorsListQuery);
     if (!node) return;
-    options.ErrorsListFilter.clear();
+    options.ErrorsListFilter = {};
     for (; node; node = node.nextSibling()) addFilterItem(options, node);
 }
 
+constexpr std::int32_t kSavedEvent = 1;
+
+class SavedSink : public automation::EventSink {
+public:
+    explicit SavedSink(Globals& globals) : globals_(globals) {}
+    void onEvent(std::int32_t id, std::span<automation::Value>) override {
+        if (id == kSavedEvent) UserOptions_Saved(globals_);
+    }
+
+private:
+    Globals& globals_;
+};
+
 } // namespace
+
+void HoldOptions(Globals& globals, hostapi::OptionsDocument document) {
+    ReleaseOptions(globals);
+    globals.options.UserOptions = std::move(document);
+    LoadOptions(globals);
+    base::ignoring([&] {
+        const automation::ObjectRef& source = globals.options.UserOptions.object();
+        if (source) globals.options.savedEvents = source->connect(std::make_shared<SavedSink>(globals));
+    });
+}
+
+void ReleaseOptions(Globals& globals) {
+    globals.options.savedEvents.reset();
+    globals.options.UserOptions = {};
+}
+
+void UserOptions_Saved(Globals& globals) {
+    const ErrorsListFilter before = globals.options.ErrorsListFilter;
+    LoadOptions(globals);
+    globals.options.FilterChanged = before.differsIn(globals.options.ErrorsListFilter);
+}
 
 void LoadOptions(Globals& globals) {
     OptionState& options = globals.options;

@@ -4,6 +4,16 @@
 
 namespace cvlog::core {
 
+/// Takes the host's document, reads the options and follows their changes. A document that raises no events is read
+/// once.
+void HoldOptions(Globals& globals, hostapi::OptionsDocument document);
+
+/// Lets go of the document: nothing it raises is heard any more. The options keep their values.
+void ReleaseOptions(Globals& globals);
+
+/// The user's options were saved: they are in force from here on.
+void UserOptions_Saved(Globals& globals);
+
 /// Reads the options from the host's document. A query that fails and a node that is missing leave an option as it
 /// was, but for the docked state: without its node it is false.
 void LoadOptions(Globals& globals);

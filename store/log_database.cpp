@@ -89,8 +89,7 @@ void saveVisibility(Globals& globals) {
 bool OpenDB(Globals& globals, const std::shared_ptr<core::CVLog>& log,
             const automation::ObjectRef& workspace) {
     globals.store.Workspace = hostapi::Workspace(workspace);
-    globals.options.UserOptions = hostapi::OptionsDocument(globals.store.Workspace.userOptions());
-    core::LoadOptions(globals);
+    core::HoldOptions(globals, hostapi::OptionsDocument(globals.store.Workspace.userOptions()));
 
     std::int32_t entityTypes = 0;
     const bool opened = base::ignoring([&] {
@@ -121,7 +120,7 @@ void CloseDB(Globals& globals) {
     globals.frmLogResources.reset();
     state.Workspace = {};
     state.CurrentLog.reset();
-    globals.options.UserOptions = {};
+    core::ReleaseOptions(globals);
     if (const auto rows = std::exchange(state.LogRecordset, nullptr)) base::ignoring([&] { rows->close(); });
     if (const auto database = std::exchange(state.LogDatabase, nullptr))
         base::ignoring([&] { database->close(); });

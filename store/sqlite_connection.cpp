@@ -217,7 +217,11 @@ SqliteConnection::SqliteConnection(const std::string& location, bool isAddress) 
     sqlite3_set_authorizer(handle_, &SqliteConnection::authorize, this);
 }
 
-SqliteConnection::~SqliteConnection() { sqlite3_close_v2(handle_); }
+SqliteConnection::~SqliteConnection() {
+    begin_ = {};
+    commit_ = {};
+    sqlite3_close_v2(handle_);
+}
 
 SqliteStatement SqliteConnection::prepare(std::u16string_view sql) {
     return SqliteStatement(*this, base::toUtf8(sql));
@@ -233,6 +237,11 @@ SqliteStatement SqliteConnection::prepareNoting(std::u16string_view sql, Touched
 }
 
 void SqliteConnection::run(std::string_view sql) { prepare(sql).run(); }
+
+void SqliteConnection::runPrepared(SqliteStatement& statement, std::string_view sql) {
+    if (!statement) statement = prepare(sql);
+    statement.run();
+}
 
 std::int64_t SqliteConnection::integer(std::string_view sql) {
     SqliteStatement statement = prepare(sql);
@@ -277,7 +286,10 @@ int SqliteConnection::authorize(void* self, int action, const char* first, const
 
 SqliteTransaction::SqliteTransaction(SqliteConnection& connection)
     : connection_(connection), nested_(connection.inTransaction()) {
-    connection_.run(nested_ ? "savepoint log_part" : "begin immediate");
+    if (nested_)
+        connection_.run("savepoint log_part");
+    else
+        connection_.begin();
 }
 
 SqliteTransaction::~SqliteTransaction() {
@@ -291,7 +303,10 @@ SqliteTransaction::~SqliteTransaction() {
 }
 
 void SqliteTransaction::commit() {
-    connection_.run(nested_ ? "release log_part" : "commit");
+    if (nested_)
+        connection_.run("release log_part");
+    else
+        connection_.commit();
     open_ = false;
 }
 

@@ -76,6 +76,9 @@ public:
     /// Prepares one statement and notes the tables that it deletes from or changes.
     SqliteStatement prepareNoting(std::u16string_view sql, TouchedTables& touched);
     void run(std::string_view sql);
+    /// Begins a write transaction, commits the one that is begun. Prepared once: a record may need both.
+    void begin() { runPrepared(begin_, "begin immediate"); }
+    void commit() { runPrepared(commit_, "commit"); }
     std::int64_t integer(std::string_view sql);
 
     std::int64_t changes() const noexcept;
@@ -92,9 +95,12 @@ public:
     int lastResult() const noexcept;
 
 private:
+    void runPrepared(SqliteStatement& statement, std::string_view sql);
     static int authorize(void* self, int action, const char* first, const char*, const char*, const char*);
 
     sqlite3* handle_ = nullptr;
+    SqliteStatement begin_;
+    SqliteStatement commit_;
     TouchedTables* touched_ = nullptr;
     bool utf8_ = true;
 };

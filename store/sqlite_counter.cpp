@@ -110,10 +110,11 @@ void addMarkedColumn(SqliteConnection& connection, const TableInfo& before, cons
     execute(connection, u"alter table " + name + u" add column " + column + u" Counter");
     // One statement a row in the order of the rows; a window function would have to be joined back by a key
     // whose shape differs from table to table.
-    execute(connection, u"create temp table log_numbering (number integer primary key autoincrement, place)");
+    // The place needs its type: without one the comparison below would not use the index.
+    execute(connection,
+            u"create temp table log_numbering (number integer primary key, place integer unique)");
     execute(connection, u"insert into log_numbering (place) select " + rowOrder(before) + u" from " + name +
                             u" order by " + rowOrder(before));
-    execute(connection, u"create unique index temp.log_numbering_place on log_numbering (place)");
     execute(connection, u"update " + name + u" set " + column +
                             u" = (select number from log_numbering where place = " + name + u"." +
                             rowOrder(before) + u")");

@@ -23,4 +23,19 @@ void setLastNumberIn(SqliteConnection& connection, std::u16string_view table, st
 /// Forgets a column, or a whole table when `column` is empty: what is made anew starts without a past.
 void forgetProperties(SqliteConnection& connection, std::u16string_view table, std::u16string_view column);
 
+/// The same of one column whose number is remembered already, with statements prepared once: for each record.
+class LastNumber {
+public:
+    LastNumber(SqliteConnection& connection, std::u16string_view table, std::u16string_view column);
+
+    std::int64_t get();
+    /// False, and nothing done, when no number is remembered any more.
+    bool set(std::int64_t number);
+
+private:
+    SqliteConnection& connection_;
+    SqliteStatement get_;
+    SqliteStatement set_;
+};
+
 } // namespace cvlog::store

@@ -3,7 +3,6 @@
 #include "automation/error.h"
 #include "store/engine_error.h"
 #include "store/sqlite_counter.h"
-#include "store/sqlite_properties.h"
 #include "store/sqlite_snapshot.h"
 
 #include <algorithm>
@@ -96,6 +95,7 @@ void SqliteTable::endWithSession() noexcept {
     if (rows_ && session_) rows_->close();
     rows_.reset();
     statements_.clear();
+    mark_.reset();
     adding_ = false;
     session_.reset();
 }
@@ -122,6 +122,7 @@ void SqliteTable::readAnew() {
     ownChanges_ = session_->ownChanges();
     doubted_ = false;
     markedAt_ = -1;
+    mark_.reset();
     nearEnd_ = true;
     counter_.reset();
     for (std::size_t i = 0; i < table_.columns.size() && !counter_; ++i)
@@ -168,11 +169,12 @@ void SqliteTable::insertMarked(SqliteConnection& connection, const NewRow& row) 
     const std::u16string& column = table_.columns[*counter_].name;
     SqliteTransaction transaction(connection);
     const std::int64_t version = session_->contentVersion();
-    const std::int64_t last = version == markedAt_ ? lastNumberIn(connection, table_.name, column).value_or(0)
-                                                   : refreshMark(connection, table_.name, column);
+    if (version != markedAt_) mark_.reset();
+    const std::int64_t last = mark_ ? mark_->get() : refreshMark(connection, table_.name, column);
     if (last >= kLastCounter) fail(EngineError::CounterExhausted, u"The counter has no more numbers.");
     runInsert(connection, row, last + 1);
-    setLastNumberIn(connection, table_.name, column, last + 1);
+    if (!mark_ || !mark_->set(last + 1)) setLastNumberIn(connection, table_.name, column, last + 1);
+    if (!mark_) mark_.emplace(connection, table_.name, column); // before the commit: nothing fails after it
     transaction.commit();
     markedAt_ = version;
 }

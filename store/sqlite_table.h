@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/described_database.h"
+#include "store/sqlite_properties.h"
 #include "store/sqlite_schema.h"
 #include "store/sqlite_session.h"
 
@@ -60,6 +61,7 @@ private:
     bool doubted_ = false;               // another program has changed some definition
     std::optional<std::size_t> counter_; // the column numbered by anybody but the host
     std::int64_t markedAt_ = -1;         // the content version at which the mark was right
+    std::optional<LastNumber> mark_;     // at that version
     bool nearEnd_ = true;                // the counter may be about to end
     bool adding_ = false;
     NewRow newRow_;

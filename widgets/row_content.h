@@ -97,7 +97,7 @@ public:
         return *this;
     }
     ~RowPtr() {
-        if (content_ && --content_->references_ == 0) delete content_;
+        if (content_ && --content_->references_ == 0) destroy(content_);
     }
     const RowContent& operator*() const noexcept { return *content_; }
     const RowContent* operator->() const noexcept { return content_; }
@@ -105,6 +105,7 @@ public:
     explicit operator bool() const noexcept { return content_ != nullptr; }
 
 private:
+    static void destroy(const RowContent* content) noexcept;
     void acquire() const noexcept {
         if (content_) ++content_->references_;
     }

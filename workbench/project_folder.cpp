@@ -105,14 +105,14 @@ void readSession(ProjectFolder& project) {
         const auto row = table.row(i);
         const std::wstring& command = row.required(L"Command");
         if (command == L"SeriesStart") {
-            project.session.push_back(SeriesStart{row.text(L"MethodID")});
+            project.session.emplace_back(SeriesStart{row.text(L"MethodID")});
         } else if (command == L"Add") {
-            project.session.push_back(AddReport{row.text(L"MethodID"), row.number(L"ReturnCode"),
+            project.session.emplace_back(AddReport{row.text(L"MethodID"), row.number(L"ReturnCode"),
                                                 row.text(L"ObjectID"), row.text(L"Message"),
                                                 row.text(L"ErrorsFileName")});
         } else if (command == L"SeriesFinish") {
             // A finish has one argument, its code, and like every command it starts in the second column.
-            project.session.push_back(SeriesFinish{row.number(L"MethodID")});
+            project.session.emplace_back(SeriesFinish{row.number(L"MethodID")});
         } else {
             row.fail(L"unknown command " + command);
         }

@@ -4,6 +4,7 @@
 #include "platform/win32/wide_text.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace cvlog::platform::win32 {
 
@@ -11,16 +12,21 @@ namespace {
 
 bool isHighSurrogate(char16_t unit) noexcept { return (unit & 0xFC00) == 0xD800; }
 
+std::size_t shownLength(std::u16string_view text, std::size_t most) noexcept {
+    std::size_t length = std::min(text.size(), most);
+    if (length < text.size() && length > 0 && isHighSurrogate(text[length - 1])) --length;
+    return length;
+}
+
+wchar_t shownUnit(char16_t unit) noexcept {
+    return unit < u' ' || unit == 0x7F ? L' ' : static_cast<wchar_t>(unit);
+}
+
 /// Fills a buffer of `size` units, the ending NUL included.
 void copyShown(std::u16string_view text, wchar_t* buffer, int size) noexcept {
     if (!buffer || size <= 0) return;
-    std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
-    if (length < text.size() && length > 0 && isHighSurrogate(text[length - 1]))
-        --length; // never half a character
-    std::transform(
-        text.begin(), text.begin() + static_cast<std::ptrdiff_t>(length), buffer,
-        [](char16_t unit) { return unit < u' ' || unit == 0x7F ? L' ' : static_cast<wchar_t>(unit); });
-    buffer[length] = L'\0';
+    text = text.substr(0, shownLength(text, static_cast<std::size_t>(size) - 1));
+    *std::transform(text.begin(), text.end(), buffer, shownUnit) = L'\0';
 }
 
 bool hasRow(const widgets::ListView& model, int index) noexcept {
@@ -28,6 +34,15 @@ bool hasRow(const widgets::ListView& model, int index) noexcept {
 }
 
 } // namespace
+
+std::u16string_view iconOf(const widgets::RowContent& row, int column) noexcept {
+    return column == 1 ? row.smallIcon() : row.cellIcon(column - 1);
+}
+
+void appendShown(std::u16string_view text, std::size_t most, std::wstring& shown) {
+    text = text.substr(0, shownLength(text, most));
+    std::transform(text.begin(), text.end(), std::back_inserter(shown), shownUnit);
+}
 
 void answerCell(const widgets::ListView& model, ListImages& icons, NMLVDISPINFOW& question) {
     LVITEMW& item = question.item;
@@ -37,9 +52,7 @@ void answerCell(const widgets::ListView& model, ListImages& icons, NMLVDISPINFOW
     if (item.mask & LVIF_TEXT)
         copyShown(row ? row->columnText(column) : std::u16string_view(), item.pszText, item.cchTextMax);
     if (item.mask & LVIF_IMAGE) {
-        const std::u16string_view key =
-            !row ? std::u16string_view() : (column == 1 ? row->smallIcon() : row->cellIcon(column - 1));
-        const int index = icons.indexOf(key);
+        const int index = row ? icons.indexOf(iconOf(*row, column)) : -1;
         item.iImage = index >= 0 ? index : I_IMAGENONE;
     }
 }

@@ -35,6 +35,7 @@ void ListImages::assign(std::shared_ptr<const widgets::ImageList> images, int si
     images_ = std::move(images);
     side_ = side;
     rendered_ = 0;
+    strip_.reset(side);
     update();
 }
 
@@ -46,6 +47,7 @@ void ListImages::update() {
 }
 
 void ListImages::addImage(const ports::Pixels& pixels) {
+    strip_.put(rendered_, pixels);
     const IconHandle icon = makeIcon(pixels);
     if (ImageList_ReplaceIcon(handle_.get(), -1, icon.get()) < 0)
         throw std::runtime_error("no room for an image");

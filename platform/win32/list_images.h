@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/win32/handles.h"
+#include "platform/win32/icon_strip.h"
 #include "widgets/image_list.h"
 
 #include <memory>
@@ -20,6 +21,11 @@ public:
     int indexOf(std::u16string_view key);
     /// Null without images.
     HIMAGELIST handle() const noexcept { return handle_.get(); }
+    int side() const noexcept { return side_; }
+    /// Draws the left part of an image, `width` wide, over what is there; the opacity goes from 0 to 255.
+    void draw(HDC dc, int index, POINT place, int width, BYTE opacity) const noexcept {
+        strip_.draw(dc, index, place, width, opacity);
+    }
 
 private:
     void addImage(const ports::Pixels& pixels);
@@ -28,6 +34,7 @@ private:
     int side_ = 0;
     int rendered_ = 0;
     ImageListHandle handle_;
+    IconStrip strip_; // the same images, for drawing many
 };
 
 /// The side of a small icon in a window of that resolution.

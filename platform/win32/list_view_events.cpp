@@ -39,6 +39,8 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
     case LVN_GETDISPINFOW:
         answerCell(model_, icons_, reinterpret_cast<NMLVDISPINFOW&>(header));
         break;
+    case NM_CUSTOMDRAW:
+        return painter_.answer(reinterpret_cast<const NMLVCUSTOMDRAW&>(header), dpi_);
     case LVN_GETINFOTIPW:
         answerToolTip(model_, reinterpret_cast<NMLVGETINFOTIPW&>(header));
         break;

@@ -3,6 +3,7 @@
 #include "platform/win32/list_view_window.h"
 
 #include "base/failure.h"
+#include "platform/win32/list_colours.h"
 #include "platform/win32/screen_units.h"
 #include "platform/win32/system_font.h"
 
@@ -10,20 +11,9 @@
 
 namespace cvlog::platform::win32 {
 
-namespace {
-
-constexpr std::uint32_t kSystemColour = 0x8000'0000U;
-
-/// Colours are system colours by index, or plain blue-green-red.
-COLORREF colourOf(std::uint32_t colour) noexcept {
-    return colour & kSystemColour ? GetSysColor(static_cast<int>(colour & 0xFFU)) : colour & 0xFF'FFFFU;
-}
-
-} // namespace
-
 ListViewWindow::ListViewWindow(widgets::ListView& model, HostWindow& host)
     : model_(model), owner_(model), frame_(ListFrame::make(host)), selection_(model), columns_(model),
-      input_(owner_) {
+      input_(owner_), painter_(model, icons_) {
     pending_.rows = pending_.columns = pending_.appearance = true;
     flush();
     frame_->setEvents(this);
@@ -173,10 +163,10 @@ void ListViewWindow::applyImages() {
 }
 
 void ListViewWindow::applyColours() {
-    const COLORREF back = colourOf(model_.colours().back);
-    send(LVM_SETBKCOLOR, 0, static_cast<LPARAM>(back));
-    send(LVM_SETTEXTBKCOLOR, 0, static_cast<LPARAM>(back));
-    send(LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(colourOf(model_.colours().fore)));
+    const RowColours plain = plainColours(model_);
+    send(LVM_SETBKCOLOR, 0, static_cast<LPARAM>(plain.back));
+    send(LVM_SETTEXTBKCOLOR, 0, static_cast<LPARAM>(plain.back));
+    send(LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(plain.text));
 }
 
 } // namespace cvlog::platform::win32

@@ -5,6 +5,7 @@
 #include "platform/win32/list_frame.h"
 #include "platform/win32/list_images.h"
 #include "platform/win32/list_input.h"
+#include "platform/win32/list_painter.h"
 #include "platform/win32/list_selection.h"
 #include "widgets/list_view.h"
 
@@ -91,6 +92,7 @@ private:
     ListInput input_;
     ListImages icons_;
     ListImages headerIcons_;
+    ListPainter painter_;
     FontHandle font_;
     std::optional<base::Font> shownFont_;
     int dpi_ = 0;

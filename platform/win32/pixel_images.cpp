@@ -54,7 +54,19 @@ std::uint32_t straight(std::uint32_t pixel) noexcept {
     return result;
 }
 
-BITMAPINFO topDown(int width, int height) noexcept {
+std::vector<std::uint32_t> bitsOf(HBITMAP bitmap, int width, int height) {
+    const MemoryDc dc(CreateCompatibleDC(nullptr));
+    BITMAPINFO info = topDownBitmap(width, height);
+    std::vector<std::uint32_t> bits(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    if (GetDIBits(dc.get(), bitmap, 0, static_cast<UINT>(height), bits.data(), &info, DIB_RGB_COLORS) !=
+        height)
+        throw std::runtime_error("the icon's pixels cannot be read");
+    return bits;
+}
+
+} // namespace
+
+BITMAPINFO topDownBitmap(int width, int height) noexcept {
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
     info.bmiHeader.biWidth = width;
@@ -64,18 +76,6 @@ BITMAPINFO topDown(int width, int height) noexcept {
     info.bmiHeader.biCompression = BI_RGB;
     return info;
 }
-
-std::vector<std::uint32_t> bitsOf(HBITMAP bitmap, int width, int height) {
-    const MemoryDc dc(CreateCompatibleDC(nullptr));
-    BITMAPINFO info = topDown(width, height);
-    std::vector<std::uint32_t> bits(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    if (GetDIBits(dc.get(), bitmap, 0, static_cast<UINT>(height), bits.data(), &info, DIB_RGB_COLORS) !=
-        height)
-        throw std::runtime_error("the icon's pixels cannot be read");
-    return bits;
-}
-
-} // namespace
 
 ports::Pixels fitted(const Image& image, int side) {
     ports::Pixels result{
@@ -117,7 +117,7 @@ Image iconImage(HICON icon) {
 }
 
 IconHandle makeIcon(const ports::Pixels& pixels) {
-    const BITMAPINFO info = topDown(pixels.side, pixels.side);
+    const BITMAPINFO info = topDownBitmap(pixels.side, pixels.side);
     void* bits = nullptr;
     const BitmapHandle colour(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
     if (!colour) throw std::runtime_error("no bitmap for an icon");

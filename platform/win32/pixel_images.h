@@ -22,6 +22,9 @@ ports::Pixels fitted(const Image& image, int side);
 /// What an icon shows. Throws std::runtime_error when the system cannot say.
 Image iconImage(HICON icon);
 
+/// A bitmap's description: 32 bits a pixel, rows from the top.
+BITMAPINFO topDownBitmap(int width, int height) noexcept;
+
 /// An icon of square pixels, transparent where they are. Throws std::runtime_error when the system makes
 /// none.
 IconHandle makeIcon(const ports::Pixels& pixels);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <stdexcept>
 
@@ -14,6 +15,8 @@ namespace cvlog::platform::win32 {
 namespace {
 
 constexpr std::size_t kPageSize = 256;
+constexpr std::size_t kUsualCount = 0x80;
+constexpr std::int64_t kUnusual = std::int64_t{1} << 40; // more than any width; a text of them still adds up
 
 struct Run {
     char16_t first;
@@ -43,11 +46,15 @@ public:
         std::u16string visible;
         for (char16_t unit = u' '; unit <= u'~'; ++unit) visible += unit;
         addsUp_ = sum(visible) == extent(visible) && sum(kTightText) == extent(kTightText);
+        usual_.fill(kUnusual);
+        for (const char16_t unit : visible)
+            if (addsUp_) usual_[unit] = advance(unit);
     }
 
     const base::Font& font() const noexcept { return font_; }
 
     int width(std::u16string_view text) {
+        if (const std::int64_t usual = usualSum(text); usual < kUnusual) return static_cast<int>(usual);
         if (addsUp_)
             if (const auto known = knownSum(text)) return *known;
         const Selected selected(*this);
@@ -91,6 +98,18 @@ private:
         return known;
     }
 
+    /// Of a text of plain ASCII, which most are; kUnusual or more for any other. Looks at the whole text before
+    /// it decides: without a branch for each character that takes half the time.
+    std::int64_t usualSum(std::u16string_view text) const noexcept {
+        std::int64_t total = 0;
+        unsigned units = 0;
+        for (const char16_t unit : text) {
+            total += usual_[unit % kUsualCount];
+            units |= unit;
+        }
+        return units < kUsualCount ? total : kUnusual;
+    }
+
     /// Nothing when a character is not simple or was not measured yet. A page only ever holds simple ones.
     std::optional<int> knownSum(std::u16string_view text) const noexcept {
         int total = 0;
@@ -107,6 +126,7 @@ private:
     base::Font font_;
     FontHandle handle_;
     bool addsUp_ = false;
+    std::array<std::int64_t, kUsualCount> usual_; // advances, or kUnusual where they do not add up
     std::array<std::unique_ptr<Page>, 0x10000 / kPageSize> pages_;
 };
 

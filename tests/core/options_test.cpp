@@ -8,7 +8,7 @@
 namespace cvlog::core {
 namespace {
 
-using Filter = std::map<char16_t, bool>;
+using Filter = ErrorsListFilter;
 const automation::AutomationError kFailure(automation::code::kFailure, u"failure", u"Host");
 
 class OptionsTest : public testing::Test {

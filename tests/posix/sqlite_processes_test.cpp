@@ -139,7 +139,7 @@ TEST_F(SqliteProcesses, twoWriteAndReadAtOnce) {
 }
 
 TEST_F(SqliteProcesses, aKilledWriterLosesNothingThatWasAcknowledged) {
-    const int kills = environmentNumber("CVLOG_TEST_KILLS", 200);
+    const int kills = environmentNumber("CVLOG_TEST_KILLS", 1000);
     const auto seed = static_cast<unsigned>(environmentNumber("CVLOG_TEST_SEED", 20260101));
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);

@@ -1,0 +1,329 @@
+// What is seen of a list: its window's own pixels.
+
+#include "core/column_fit.h"
+#include "platform/win32/pixel_images.h"
+#include "platform/win32/screen_units.h"
+#include "tests/windows/list_view_peer_fixture.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace cvlog::platform::win32 {
+namespace {
+
+constexpr RECT kArea{0, 0, 900, 200};
+constexpr std::uint32_t kGreen = 0xFF00C000U;
+
+struct Filled : ports::Picture {
+    ports::Pixels render(int side) const override {
+        return {side, std::vector<std::uint32_t>(static_cast<std::size_t>(side * side), kGreen)};
+    }
+};
+
+/// Pixels as 0xRRGGBB, rows from the top.
+struct Shown {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint32_t> pixels;
+
+    std::uint32_t at(int x, int y) const {
+        return pixels.at(static_cast<std::size_t>(y * width + x)) & 0xFFFFFFU;
+    }
+    Shown part(int left, int count) const {
+        Shown result{count, height, {}};
+        for (int y = 0; y < height; ++y)
+            for (int x = left; x < left + count; ++x) result.pixels.push_back(at(x, y));
+        return result;
+    }
+    bool has(std::uint32_t colour) const {
+        return std::any_of(pixels.begin(), pixels.end(),
+                           [colour](std::uint32_t pixel) { return (pixel & 0xFFFFFFU) == colour; });
+    }
+    /// The columns, from the left, that show anything but one colour.
+    std::vector<int> columnsNot(std::uint32_t colour) const {
+        std::vector<int> found;
+        for (int x = 0; x < width; ++x) {
+            bool other = false;
+            for (int y = 0; y < height; ++y) other = other || at(x, y) != colour;
+            if (other) found.push_back(x);
+        }
+        return found;
+    }
+    friend bool operator==(const Shown&, const Shown&) = default;
+};
+
+/// 0xRRGGBB of a system colour.
+std::uint32_t systemColour(int index) {
+    const COLORREF colour = GetSysColor(index);
+    return static_cast<std::uint32_t>(GetRValue(colour)) << 16 |
+           static_cast<std::uint32_t>(GetGValue(colour)) << 8 | GetBValue(colour);
+}
+
+struct Texts {
+    std::u16string date;
+    std::u16string name;
+    std::u16string message;
+};
+
+class Win32ListPainting : public ListViewPeerFixture {
+protected:
+    Win32ListPainting() {
+        model_->setColumns({column(u"Date", 1500), column(u"Name", 1500), column(u"Message", 1500)});
+        auto icons = std::make_shared<widgets::ImageList>();
+        icons->add(u"green", std::make_shared<Filled>());
+        model_->setSmallIcons(icons);
+        SetWindowPos(showInWindow(), nullptr, 0, 0, kArea.right, kArea.bottom, SWP_NOZORDER);
+        window_->moveTo(parent_, kArea); // large enough for the widest cell
+    }
+
+    static widgets::RowPtr rowOf(const Texts& texts, std::u16string_view icon) {
+        const std::u16string key(icon);
+        return widgets::makeRow(
+            {texts.date,
+             u"",
+             key,
+             {{u"Name", texts.name, u"", key, u""}, {u"Message", texts.message, u"", u"", u""}}});
+    }
+
+    int pixels(base::Twips twips) const { return toPixels(twips, windowDpi(window_->list())); }
+
+    RECT areaOf(int row, int column) const {
+        RECT bounds{};
+        bounds.left = LVIR_BOUNDS;
+        send(LVM_GETITEMRECT, static_cast<WPARAM>(row - 1), reinterpret_cast<LPARAM>(&bounds));
+        RECT item{};
+        SendMessageW(header(), HDM_GETITEMRECT, static_cast<WPARAM>(column - 1),
+                     reinterpret_cast<LPARAM>(&item));
+        return {item.left, bounds.top, item.right, bounds.bottom};
+    }
+
+    /// A cell as it is on the screen.
+    Shown cell(int row, int column) const {
+        takeMessages();
+        RedrawWindow(window_->list(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        const RECT area = areaOf(row, column);
+        Shown shown{static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top), {}};
+        const BITMAPINFO info = topDownBitmap(shown.width, shown.height);
+        void* bits = nullptr;
+        const BitmapHandle bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+        const MemoryDc dc(CreateCompatibleDC(nullptr));
+        const HGDIOBJ previous = SelectObject(dc.get(), bitmap.get());
+        const HDC screen = GetDC(window_->list());
+        BitBlt(dc.get(), 0, 0, shown.width, shown.height, screen, area.left, area.top, SRCCOPY);
+        ReleaseDC(window_->list(), screen);
+        GdiFlush();
+        const auto* first = static_cast<const std::uint32_t*>(bits);
+        for (int i = 0; i < shown.width * shown.height; ++i) shown.pixels.push_back(first[i] & 0xFFFFFFU);
+        SelectObject(dc.get(), previous);
+        return shown;
+    }
+
+    std::vector<int> inked(int row, int column) const {
+        return cell(row, column).columnsNot(systemColour(COLOR_WINDOW));
+    }
+
+    void widen(base::Twips width) {
+        for (int i = 1; i <= model_->columnCount(); ++i) model_->setColumnWidth(i, width);
+    }
+};
+
+TEST_F(Win32ListPainting, StartsATextAtTheSmallMarginWhereThereIsNoIcon) {
+    model_->append(rowOf({u"HHH", u"HHH", u"HHH"}, u""));
+    model_->append(rowOf({u"HHH", u"HHH", u"HHH"}, u"green"));
+    for (const auto& [row, column] : {std::pair(1, 1), {1, 2}, {1, 3}, {2, 3}}) {
+        const std::vector<int> ink = inked(row, column);
+        ASSERT_FALSE(ink.empty());
+        EXPECT_GE(ink.front(), pixels(60)) << row << ", " << column;
+        EXPECT_LE(ink.front(), pixels(90) + 3) << row << ", " << column;
+    }
+}
+
+TEST_F(Win32ListPainting, ShowsIconAndTextSideBySide) {
+    model_->append(rowOf({u"HHH", u"HHH", u"HHH"}, u"green"));
+    const int side = smallIconSide(windowDpi(window_->list()));
+    for (const int column : {1, 2}) {
+        const Shown shown = cell(1, column);
+        const int left = pixels(60);
+        EXPECT_EQ(shown.at(left, shown.height / 2), kGreen & 0xFFFFFFU);
+        EXPECT_EQ(shown.at(left + side - 1, shown.height / 2), kGreen & 0xFFFFFFU);
+        EXPECT_EQ(shown.at(left - 1, shown.height / 2), systemColour(COLOR_WINDOW));
+        const int end = left + side;
+        const Shown behind = shown.part(end, shown.width - end);
+        EXPECT_FALSE(behind.has(kGreen & 0xFFFFFFU));
+        const std::vector<int> ink = behind.columnsNot(systemColour(COLOR_WINDOW));
+        ASSERT_FALSE(ink.empty());
+        EXPECT_GE(ink.front(), pixels(60));
+        EXPECT_LE(ink.front(), pixels(60) + 3);
+    }
+    EXPECT_FALSE(cell(1, 3).has(kGreen & 0xFFFFFFU));
+}
+
+TEST_F(Win32ListPainting, ShowsWholeTextsInFittedColumns) {
+    const std::vector<Texts> texts = {
+        {u"2026-03-14 15:09:26", u"src/very_long_module_name.c", u"0 errors, 108 warnings"},
+        {u"WWWWWW", u"a", u"100% of A&B && C"},
+        {u"f", u"AVATAR To. Ty, fi ffi", u"\u65E5\u672C\u8A9E\u30C6\u30B9\u30C8"},
+        {u"iiiiiiiiiiiiiiiiiiiiiiiiii", u"caf\u00E9 \uD55C\uAD6D\uC5B4", u"x"},
+    };
+    for (const float points : {8.25F, 9.75F, 12.0F}) {
+        base::Font font;
+        font.points = points;
+        model_->setFont(font);
+        for (const Texts& each : texts) {
+            model_->clear();
+            widen(1);
+            model_->append(rowOf(each, u"green"));
+            core::AutoSizeColumns(*model_, 0);
+            // The caption must not be what gives the room.
+            for (int i = 1; i <= 3; ++i)
+                model_->setColumnWidth(i, model_->cellWidth(1, i) + (i == 1 ? 420 : i == 2 ? 650 : 180));
+            std::array<Shown, 3> fitted;
+            for (int i = 1; i <= 3; ++i) fitted[static_cast<std::size_t>(i) - 1] = cell(1, i);
+            for (int i = 1; i <= 3; ++i) {
+                const Shown& narrow = fitted[static_cast<std::size_t>(i) - 1];
+                model_->setColumnWidth(1, i == 1 ? 5000 : 15);
+                model_->setColumnWidth(2, i == 2 ? 5000 : 15);
+                model_->setColumnWidth(3, i == 3 ? 5000 : 15);
+                const Shown wide = cell(1, i);
+                EXPECT_EQ(wide.part(0, narrow.width), narrow)
+                    << base::toUtf8(each.message) << ", column " << i;
+            }
+        }
+    }
+}
+
+TEST_F(Win32ListPainting, EndsACutTextWithAnEllipsis) {
+    model_->append(rowOf({u"HHHHHHHHHHHHHHHHHHHH", u"", u""}, u""));
+    model_->setColumnWidth(1, 5000);
+    const Shown whole = cell(1, 1);
+    model_->setColumnWidth(1, model_->cellWidth(1, 1) + 60);
+    const Shown cut = cell(1, 1);
+    EXPECT_NE(whole.part(0, cut.width), cut);
+    const std::vector<int> ink = cut.columnsNot(systemColour(COLOR_WINDOW));
+    ASSERT_FALSE(ink.empty());
+    EXPECT_LT(ink.back(), cut.width - pixels(30)) << "a margin is left";
+    EXPECT_EQ(whole.part(0, cut.width / 2), cut.part(0, cut.width / 2));
+}
+
+TEST_F(Win32ListPainting, HighlightsTheWholeOfASelectedRow) {
+    model_->append(rowOf({u"one", u"two", u"three"}, u"green"));
+    model_->append(rowOf({u"one", u"two", u"three"}, u"green"));
+    model_->select(2, true);
+    const auto expectBack = [this](std::uint32_t colour, std::uint32_t text) {
+        for (int column = 1; column <= 3; ++column) {
+            const Shown shown = cell(2, column);
+            for (const int x : {1, shown.width - 2})
+                EXPECT_EQ(shown.at(x, shown.height / 2), colour) << column << ", " << x;
+            EXPECT_FALSE(shown.has(systemColour(COLOR_WINDOW)) && text != systemColour(COLOR_WINDOW));
+            EXPECT_TRUE(shown.has(text)) << column;
+        }
+    };
+    expectBack(systemColour(COLOR_HIGHLIGHT), systemColour(COLOR_HIGHLIGHTTEXT));
+    EXPECT_EQ(cell(1, 3).at(1, 5), systemColour(COLOR_WINDOW));
+    SetFocus(parent_);
+    expectBack(systemColour(COLOR_BTNFACE), systemColour(COLOR_BTNTEXT));
+    model_->setColours({0x8000'0000U | COLOR_BTNFACE, 0x8000'0000U | COLOR_BTNTEXT});
+    expectBack(systemColour(COLOR_HIGHLIGHT),
+               systemColour(COLOR_HIGHLIGHTTEXT)); // the quiet one would not be seen
+}
+
+TEST_F(Win32ListPainting, FramesTheFocusedRowWhereTheFocusIsVisible) {
+    model_->append(rowOf({u"", u"", u""}, u""));
+    model_->append(rowOf({u"", u"", u""}, u""));
+    SendMessageW(parent_, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+    SendMessageW(window_->list(), WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+    model_->focusRow(1);
+    EXPECT_FALSE(inked(1, 2).empty());
+    EXPECT_TRUE(inked(2, 2).empty());
+    SendMessageW(window_->list(), WM_UPDATEUISTATE, MAKEWPARAM(UIS_SET, UISF_HIDEFOCUS), 0);
+    const bool hidden = (send(WM_QUERYUISTATE) & UISF_HIDEFOCUS) != 0; // not every system keeps it
+    EXPECT_EQ(inked(1, 2).empty(), hidden);
+    SendMessageW(window_->list(), WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+    EXPECT_FALSE(inked(1, 2).empty());
+    SetFocus(parent_);
+    EXPECT_TRUE(inked(1, 2).empty());
+}
+
+TEST_F(Win32ListPainting, GreysADisabledList) {
+    model_->append(rowOf({u"HHH", u"HHH", u"HHH"}, u"green"));
+    model_->append(rowOf({u"HHH", u"HHH", u"HHH"}, u"green"));
+    model_->setColours({0x00FFFFFFU, 0x000000FFU});
+    EXPECT_TRUE(cell(1, 3).has(0xFF0000U));
+    model_->setEnabled(false);
+    const Shown shown = cell(1, 2);
+    EXPECT_EQ(shown.at(1, 1), systemColour(COLOR_BTNFACE));
+    EXPECT_TRUE(shown.has(systemColour(COLOR_GRAYTEXT)));
+    EXPECT_FALSE(shown.has(0xFF0000U));
+    EXPECT_FALSE(shown.has(kGreen & 0xFFFFFFU)) << "the icon is faded";
+    EXPECT_NE(shown.at(pixels(60) + 2, shown.height / 2), systemColour(COLOR_BTNFACE)) << "and still there";
+    model_->select(2, true);
+    EXPECT_NE(cell(2, 3).at(1, 1), cell(1, 3).at(1, 1));
+    model_->setEnabled(true);
+    EXPECT_TRUE(cell(1, 3).has(0xFF0000U));
+}
+
+TEST_F(Win32ListPainting, DrawsInPlainColours) {
+    model_->append(rowOf({u"HHH", u"HHH", u"HHH"}, u""));
+    model_->setColours({0x00112233U, 0x00FFEEDDU});
+    const Shown shown = cell(1, 3);
+    EXPECT_EQ(shown.at(1, 1), 0x332211U);
+    EXPECT_TRUE(shown.has(0xDDEEFFU));
+}
+
+TEST_F(Win32ListPainting, FollowsTheAlignmentOfAColumn) {
+    model_->append(rowOf({u"", u"HHH", u"HHH"}, u""));
+    const int width = cell(1, 3).width;
+    model_->setColumnAlignment(3, widgets::Alignment::Right);
+    const std::vector<int> right = inked(1, 3);
+    ASSERT_FALSE(right.empty());
+    EXPECT_LE(width - 1 - right.back(), pixels(90) + 4);
+    EXPECT_GE(width - 1 - right.back(), pixels(60));
+    model_->setColumnAlignment(3, widgets::Alignment::Center);
+    const std::vector<int> middle = inked(1, 3);
+    ASSERT_FALSE(middle.empty());
+    EXPECT_NEAR(middle.front(), width - 1 - middle.back(), 5);
+}
+
+TEST_F(Win32ListPainting, FollowsTheDisplayOrderOfColumns) {
+    model_->append(rowOf({u"", u"", u"HHH"}, u"green"));
+    model_->setColumnPosition(3, 1);
+    EXPECT_EQ(areaOf(1, 3).left, 0);
+    EXPECT_FALSE(cell(1, 3).has(kGreen & 0xFFFFFFU));
+    EXPECT_FALSE(inked(1, 3).empty());
+    EXPECT_TRUE(cell(1, 1).has(kGreen & 0xFFFFFFU));
+}
+
+TEST_F(Win32ListPainting, KeepsIconAndTextInsideNarrowCells) {
+    model_->append(rowOf({u"HHH", u"HHH", u""}, u"green"));
+    model_->setColumnWidth(2, 120);
+    EXPECT_TRUE(cell(1, 2).has(kGreen & 0xFFFFFFU));
+    EXPECT_TRUE(inked(1, 3).empty());
+}
+
+TEST_F(Win32ListPainting, ShowsControlCharactersAsBlanks) {
+    model_->append(rowOf({u"", u"a\tb\r\nc" + std::u16string(1, u'\0') + u"d\x7F", u""}, u""));
+    model_->append(rowOf({u"", u"a b  c d ", u""}, u""));
+    EXPECT_EQ(cell(1, 2), cell(2, 2));
+    EXPECT_FALSE(inked(1, 2).empty());
+}
+
+TEST_F(Win32ListPainting, ShowsTheStartOfEndlessTexts) {
+    model_->append(rowOf({u"", u"", std::u16string(2'000'000, u'H')}, u""));
+    model_->append(rowOf({u"", u"", std::u16string(1'000, u'H')}, u""));
+    EXPECT_EQ(cell(1, 3), cell(2, 3));
+}
+
+TEST_F(Win32ListPainting, LeavesRowsBlankThatAreGoneInTheMidstOfABatch) {
+    model_->append(rowOf({u"HHH", u"HHH", u"HHH"}, u"green"));
+    model_->append(rowOf({u"HHH", u"HHH", u"HHH"}, u"green"));
+    const widgets::ListView::Batch batch(*model_);
+    model_->remove(2);
+    EXPECT_FALSE(inked(1, 2).empty());
+    EXPECT_TRUE(inked(2, 2).empty());
+}
+
+} // namespace
+} // namespace cvlog::platform::win32

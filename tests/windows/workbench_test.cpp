@@ -1,0 +1,106 @@
+// The workbench from outside: a whole host that replays a project into the log, through COM alone.
+
+#include "tests/windows/com_test.h"
+
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace cvlog::tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kReports = 300;
+
+class Workbench : public ::testing::Test {
+protected:
+    Workbench() : folder_(fs::path(project_.path())) {
+        fs::remove(folder_ / "PrjData.mdb"); // the workbench makes its own
+        file("host.tsv", "Key\tValue\nProjectName\tsample\nProductName\tCVLog3 Tests\nCompositeMask\t8\n");
+        file("entities.tsv",
+             "ID\tKeyName\tDisplayName\tIconFile\tFlags\tKeyProperty\n"
+             "1\tSOURCE\tSource\tsource.png\t1\tName\n8\tPROJECT\tProject\tproject.png\t8\tName\n");
+        file("objects.tsv",
+             "ID\tEntityKey\tName\tDisplayName\nP1\tPROJECT\tsample\tsample\nO1\tSOURCE\ta.c\ta.c\n");
+        file("methods.tsv", "ID\tDisplayName\tAliasID\nverify\tVerify\t\ncheck\t\tverify\n");
+        file("codes.tsv", "Code\tText\nW1\tunused variable\n");
+        std::string session =
+            "Command\tMethodID\tReturnCode\tObjectID\tMessage\tErrorsFileName\nSeriesStart\tverify\n";
+        for (int i = 0; i < kReports; ++i)
+            session += "Add\tcheck\t" + std::to_string(i % 3) + "\tO1\tmessage " + std::to_string(i) + "\t\n";
+        file("session.tsv", session + "SeriesFinish\t1\n");
+        file("options.xml", "<OPTIONS><BOOL ID=\"LogKeepInSession\" VALUE=\"true\"/></OPTIONS>");
+    }
+
+    void file(const char* name, const std::string& content) {
+        std::ofstream(folder_ / name, std::ios::binary) << content;
+    }
+
+    /// Runs it until it is ready, lets it end, and answers its exit code.
+    DWORD run(const fs::path& project) {
+        const fs::path ready = folder_ / "ready.txt";
+        std::wstring command = L"\"" + binFolder() + L"\\workbench.exe\" /auto \"" + ready.wstring() +
+                               L"\" \"" + project.wstring() + L"\"";
+        STARTUPINFOW startup = {};
+        startup.cb = sizeof startup;
+        PROCESS_INFORMATION process = {};
+        EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                   &startup, &process));
+        // Until the file has its line, or the program ends without it.
+        while (WaitForSingleObject(process.hProcess, 50) == WAIT_TIMEOUT && line_.empty()) {
+            std::ifstream in(ready);
+            std::getline(in, line_);
+        }
+        std::error_code ignored;
+        fs::remove(ready, ignored);
+        DWORD code = STILL_ACTIVE;
+        EXPECT_EQ(WaitForSingleObject(process.hProcess, 60'000), static_cast<DWORD>(WAIT_OBJECT_0));
+        GetExitCodeProcess(process.hProcess, &code);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+        return code;
+    }
+
+    int recordsByStockTools() {
+        sqlite3* database = nullptr;
+        sqlite3_stmt* statement = nullptr;
+        EXPECT_EQ(sqlite3_open((folder_ / "PrjData.mdb").string().c_str(), &database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_prepare_v2(
+                      database, "select count(*) from LogInfo where MethodName = 'Verify' and Errors = ''",
+                      -1, &statement, nullptr),
+                  SQLITE_OK);
+        EXPECT_EQ(sqlite3_step(statement), SQLITE_ROW);
+        const int count = sqlite3_column_int(statement, 0);
+        sqlite3_finalize(statement);
+        sqlite3_close(database);
+        return count;
+    }
+
+    ProjectFolder project_;
+    fs::path folder_;
+    std::string line_;
+};
+
+TEST_F(Workbench, ShowsARowStoresARecordAndHearsAnEventForEachReport) {
+    EXPECT_EQ(run(folder_), 0U);
+    EXPECT_EQ(line_.rfind("300 rows shown, 300 records stored, 300 events received, ", 0), 0U) << line_;
+    EXPECT_EQ(recordsByStockTools(), kReports);
+}
+
+TEST_F(Workbench, KeepsTheRecordsOfEarlierRuns) {
+    EXPECT_EQ(run(folder_), 0U);
+    line_.clear();
+    EXPECT_EQ(run(folder_), 0U);
+    EXPECT_EQ(line_.rfind("300 rows shown, 300 records stored, 300 events received, ", 0), 0U) << line_;
+    EXPECT_EQ(recordsByStockTools(), 2 * kReports);
+}
+
+TEST_F(Workbench, RefusesAFolderThatIsNoProject) {
+    EXPECT_EQ(run(folder_ / "none"), 2U);
+    EXPECT_EQ(line_, "");
+}
+
+} // namespace
+} // namespace cvlog::tests
