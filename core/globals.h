@@ -73,6 +73,12 @@ struct StoreState {
     std::u16string HelpFile;
 };
 
+/// Where the log is shown, as far as its own objects do not say it.
+struct PlacementState {
+    automation::ObjectRef Parent; // the host's container, none when the log is not docked anywhere
+    bool frmLogExists = false;    // the log floats in a window of its own
+};
+
 /// What the hidden resource form holds for all lists.
 struct LogResources {
     std::shared_ptr<widgets::ImageList> ilLog;
@@ -89,6 +95,7 @@ struct Globals {
     Series series;
     base::LocalTime LastEntryTime;
     bool LogWindowVisible = false;
+    PlacementState placement;
     bool ExpansionBusy = false;
     OptionState options;
     StoreState store;

@@ -14,6 +14,7 @@ std::u16string text(const Globals& globals, int id) {
 // A log that the user has in view needs no report. The host is asked only when its answer matters.
 bool mustTellUser(const Globals& globals) {
     if (!globals.LogWindowVisible) return true;
+    if (globals.placement.frmLogExists || globals.placement.Parent) return false;
     return globals.store.Workspace &&
            globals.store.Workspace.activeToolList().count() != globals.LogViews.count();
 }

@@ -59,6 +59,7 @@ std::int32_t loadEntityIcons(Globals& globals) {
     core::StoreState& state = globals.store;
     state.IconsDir = state.Workspace.name(HostName::ProductDirectory) + u"\\Repository\\Icons\\";
     core::LogResources& resources = core::LoadLogResources(globals);
+    globals.placement.Parent = nullptr;
     const hostapi::Collection entities = state.Workspace.repository().erd().entities();
     const std::int32_t count = entities.count();
     for (std::int32_t i = 1; i <= count; ++i) {
@@ -113,6 +114,7 @@ void CloseDB(Globals& globals) {
     if (!state.Workspace) return;
     view::ClearLists(globals);
     saveVisibility(globals);
+    globals.placement.Parent = nullptr;
     for (const auto& list : globals.LogViews.all()) {
         list->setSmallIcons(nullptr);
         list->setHeaderIcons(nullptr);

@@ -5,8 +5,8 @@
 #include "base/text.h"
 #include "store/sqlite_engine.h"
 
-#include <array>
-#include <cstdlib>
+#include <span>
+#include <vector>
 
 namespace cvlog::bench {
 

@@ -5,6 +5,7 @@
 #include "platform/win32/screen_units.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace cvlog::platform::win32 {
 
@@ -22,7 +23,7 @@ constexpr BYTE kFaded = 110;
 constexpr std::size_t kLongestDrawn = 1024; // but never less than a unit a pixel
 
 UINT drawingFormat(widgets::Alignment alignment) noexcept {
-    constexpr UINT kFormat = DT_SINGLELINE | DT_NOPREFIX | DT_VCENTER | DT_END_ELLIPSIS;
+    constexpr UINT kFormat = DT_SINGLELINE | DT_NOPREFIX | DT_VCENTER;
     switch (alignment) {
     case widgets::Alignment::Left:
         return kFormat | DT_LEFT;
@@ -37,6 +38,25 @@ UINT drawingFormat(widgets::Alignment alignment) noexcept {
 void fill(HDC dc, const RECT& area, COLORREF colour) noexcept {
     SetBkColor(dc, colour);
     ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
+}
+
+int fittingUnits(HDC dc, const std::wstring& text, int width) noexcept {
+    int fitting = 0;
+    SIZE size{};
+    GetTextExtentExPointW(dc, text.data(), static_cast<int>(text.size()), std::max(0, width), &fitting,
+                          nullptr, &size);
+    return size.cx <= width ? static_cast<int>(text.size()) : fitting;
+}
+
+/// Cuts a text that is wider, so that it fits with an ellipsis behind it. Not all systems' DT_END_ELLIPSIS does.
+void cutToWidth(HDC dc, int width, std::wstring& text) {
+    if (fittingUnits(dc, text, width) == static_cast<int>(text.size())) return;
+    constexpr std::wstring_view kEllipsis = L"...";
+    SIZE ellipsis{};
+    GetTextExtentPoint32W(dc, kEllipsis.data(), static_cast<int>(kEllipsis.size()), &ellipsis);
+    auto kept = static_cast<std::size_t>(fittingUnits(dc, text, width - static_cast<int>(ellipsis.cx)));
+    if (kept > 0 && IS_HIGH_SURROGATE(text[kept - 1])) --kept; // never half a character
+    text.replace(kept, std::wstring::npos, kEllipsis);
 }
 
 /// The inverting frame takes its pattern from the colours of the text.
@@ -122,9 +142,10 @@ void ListPainter::drawCell(HDC dc, const widgets::RowContent& row, int column, c
     else
         room.left += toPixels(atLeft ? kTextMargin : kEndMargin, dpi_);
     if (room.left >= room.right) return;
-    const auto width = static_cast<std::size_t>(room.right - room.left);
+    const int width = static_cast<int>(room.right - room.left);
     text_.clear();
-    appendShown(row.columnText(column), std::max(kLongestDrawn, width), text_);
+    appendShown(row.columnText(column), std::max(kLongestDrawn, static_cast<std::size_t>(width)), text_);
+    cutToWidth(dc, width, text_);
     DrawTextW(dc, text_.data(), static_cast<int>(text_.size()), &room, drawingFormat(alignment));
 }
 

@@ -132,6 +132,8 @@ private:
 
 TextMeasurer::TextMeasurer() : dpi_(screenDpi()), dc_(CreateCompatibleDC(nullptr)) {
     if (!dc_) throw std::runtime_error("no device context to measure with");
+    for (std::size_t pixels = 0; pixels < twips_.size(); ++pixels)
+        twips_[pixels] = toTwips(static_cast<int>(pixels), dpi_);
 }
 
 TextMeasurer::~TextMeasurer() = default;
@@ -146,7 +148,9 @@ std::uint32_t TextMeasurer::fontNumber(const base::Font& font) {
 
 base::Twips TextMeasurer::width(std::uint32_t fontNumber, std::u16string_view text) {
     MeasuredFont& font = *fonts_.at(static_cast<std::size_t>(fontNumber) - 1);
-    return toTwips(font.width(text.substr(0, kLongestMeasured)), dpi_);
+    const int pixels = font.width(text.substr(0, kLongestMeasured));
+    const auto index = static_cast<std::size_t>(pixels);
+    return index < twips_.size() ? twips_[index] : toTwips(pixels, dpi_);
 }
 
 } // namespace cvlog::platform::win32

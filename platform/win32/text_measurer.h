@@ -3,6 +3,7 @@
 #include "platform/win32/handles.h"
 #include "ports/text_measurer.h"
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -23,7 +24,9 @@ public:
 
 private:
     class MeasuredFont;
+    static constexpr std::size_t kUsualWidths = 1024;
     int dpi_;
+    std::array<base::Twips, kUsualWidths> twips_{}; // by pixels: looked up faster than divided
     MemoryDc dc_;
     std::vector<std::unique_ptr<MeasuredFont>> fonts_;
 };

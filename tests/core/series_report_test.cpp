@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace cvlog::core {
 namespace {
 
@@ -80,25 +82,25 @@ TEST_F(SeriesReport, SpeaksTheUsersLanguage) {
     }
 }
 
-struct TellCase {
-    bool visible;
-    bool countsDiffer;
-    bool told;
-};
-
-class SeriesIsTold : public SeriesReport, public testing::WithParamInterface<TellCase> {};
+// Visible, floating, docked in a parent, and tools and lists that differ in number: all sixteen together.
+class SeriesIsTold : public SeriesReport,
+                     public testing::WithParamInterface<std::tuple<bool, bool, bool, bool>> {};
 
 TEST_P(SeriesIsTold, WhenTheLogIsNotInView) {
+    const auto [visible, floating, docked, countsDiffer] = GetParam();
     world.addControl();
-    if (!GetParam().countsDiffer) world.addControl(); // the host has two tools
-    world.globals.LogWindowVisible = GetParam().visible;
+    if (!countsDiffer) world.addControl(); // the host has two tools
+    world.globals.LogWindowVisible = visible;
+    world.globals.placement.frmLogExists = floating;
+    world.globals.placement.Parent = docked ? world.host.workspace : nullptr;
     report(0);
-    EXPECT_EQ(boxes().size(), GetParam().told ? 1U : 0U);
+    const bool told = !visible || (!floating && !docked && countsDiffer);
+    EXPECT_EQ(boxes().size(), told ? 1U : 0U);
 }
 
 INSTANTIATE_TEST_SUITE_P(Conditions, SeriesIsTold,
-                         testing::Values(TellCase{false, false, true}, TellCase{false, true, true},
-                                         TellCase{true, false, false}, TellCase{true, true, true}));
+                         testing::Combine(testing::Bool(), testing::Bool(), testing::Bool(),
+                                          testing::Bool()));
 
 TEST_F(SeriesReport, DoesNotAskTheHostWhenItsAnswerCannotMatter) {
     world.globals.LogWindowVisible = false;
