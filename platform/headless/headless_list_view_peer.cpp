@@ -138,7 +138,7 @@ void HeadlessListViewPeer::appearanceChanged() {
 void HeadlessListViewPeer::scrollTo(int row) {
     begin("scrollTo");
     if (!validRow("scrollTo", row)) return;
-    scrolledTo_.push_back(row);
+    if (mirrored_) scrolledTo_.push_back(row);
     if (row < topRow_)
         topRow_ = row;
     else if (row >= topRow_ + kRowsInView)
