@@ -31,7 +31,9 @@ protected:
 } // namespace
 
 TEST_F(StoredRecords, keepTheMessageExactly) {
-    const std::u16string message = std::u16string(u"a\r\nb\t 'c' \"d\" \u00E4\U0001F600 \0e", 24) + u"\xD800";
+    using namespace std::string_literals; // counts the NUL in
+    const std::u16string message = u"a\r\nb\t 'c' \"d\" \u00E4\U0001F600 \0e"s + u"\xD800";
+    ASSERT_EQ(message.size(), 21U);
     addEntry(message);
     const auto rows = globals_.store.LogDatabase->openSnapshot(u"select * from LogInfo where RecordNum = 2");
     const std::u16string kept = automation::toText(rows->value(u"LogMessage"));
