@@ -90,14 +90,14 @@ TEST_F(LibraryLifetime, HostObjectsAreAllReleasedByCloseDbAndByTheLastRelease) {
     const int before = ScriptedDispatch::alive();
     {
         const ComPtr<IDispatch> log = create(L"CVLog3.CVLog");
-        ComPtr<IDispatch> workspace = com::adopt(makeWorkspace(project.path()));
+        ComPtr<IDispatch> workspace = com::adopt<IDispatch>(makeWorkspace(project.path()));
         EXPECT_TRUE(openDb(log.Get(), workspace.Get()));
         workspace.Reset();
         EXPECT_GT(ScriptedDispatch::alive(), before) << "the open log holds its workspace";
         EXPECT_EQ(callByName(log.Get(), L"CloseDB", DISPATCH_METHOD, {}), S_OK);
         EXPECT_EQ(ScriptedDispatch::alive(), before);
 
-        workspace = com::adopt(makeWorkspace(project.path()));
+        workspace = com::adopt<IDispatch>(makeWorkspace(project.path()));
         EXPECT_TRUE(openDb(log.Get(), workspace.Get()));
     }
     EXPECT_EQ(ScriptedDispatch::alive(), before)

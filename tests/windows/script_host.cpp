@@ -38,6 +38,11 @@ ScriptedDispatch& ScriptedDispatch::object(const wchar_t* name, IDispatch* value
     });
 }
 
+ScriptedDispatch& ScriptedDispatch::fail(const wchar_t* name, Failure failure) {
+    failures_.emplace_back(name, std::move(failure));
+    return *this;
+}
+
 ScriptedDispatch::~ScriptedDispatch() {
     for (IDispatch* object : owned_) object->Release();
     --alive_;
@@ -69,8 +74,10 @@ STDMETHODIMP ScriptedDispatch::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count
 }
 
 STDMETHODIMP ScriptedDispatch::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT* result,
-                                      EXCEPINFO*, UINT*) {
+                                      EXCEPINFO* info, UINT*) {
     if (id < 1 || static_cast<std::size_t>(id) > members_.size()) return DISP_E_MEMBERNOTFOUND;
+    for (const auto& [name, failure] : failures_)
+        if (name == members_[static_cast<std::size_t>(id) - 1].first) return failure(info);
     Arguments arguments(parameters->cArgs);
     for (UINT i = 0; i < parameters->cArgs; ++i) {
         VariantInit(&arguments[i]);
@@ -119,7 +126,7 @@ IDispatch* makeRepository(IDispatch* entity, IDispatch* object) {
 
 } // namespace
 
-IDispatch* makeWorkspace(const std::wstring& projectFolder) {
+ScriptedDispatch* makeWorkspace(const std::wstring& projectFolder) {
     IDispatch* entity = makeEntityType();
     auto* object = ScriptedDispatch::make();
     object->text(L"ID", L"O1")

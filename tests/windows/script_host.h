@@ -26,6 +26,9 @@ public:
         members_.emplace_back(name, std::move(body));
         return *this;
     }
+    /// From now on the member fails: with what the function answers and writes.
+    using Failure = std::function<HRESULT(EXCEPINFO*)>;
+    ScriptedDispatch& fail(const wchar_t* name, Failure failure);
     ScriptedDispatch& text(const wchar_t* name, std::wstring value);
     ScriptedDispatch& number(const wchar_t* name, LONG value);
     /// Takes over the reference.
@@ -47,6 +50,7 @@ private:
     static inline int alive_ = 0;
     ULONG references_ = 1;
     std::vector<std::pair<std::wstring, Body>> members_;
+    std::vector<std::pair<std::wstring, Failure>> failures_;
     std::vector<IDispatch*> owned_;
 };
 
@@ -54,6 +58,6 @@ void giveText(VARIANT* result, const std::wstring& value);
 void giveObject(VARIANT* result, IDispatch* value);
 
 /// A workspace with one method, one entity type and one object "O1", for a project folder. One reference.
-IDispatch* makeWorkspace(const std::wstring& projectFolder);
+ScriptedDispatch* makeWorkspace(const std::wstring& projectFolder);
 
 } // namespace cvlog::tests

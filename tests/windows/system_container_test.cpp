@@ -71,7 +71,7 @@ TEST_F(SystemContainer, TheListFollowsTheContainersSize) {
 
 TEST_F(SystemContainer, AReportBecomesARowOfTheListAndARecordOfTheDatabase) {
     const ProjectFolder project;
-    const ComPtr<IDispatch> workspace = com::adopt(makeWorkspace(project.path()));
+    const ComPtr<IDispatch> workspace = com::adopt<IDispatch>(makeWorkspace(project.path()));
     const ComPtr<IDispatch> log = create(L"CVLog3.CVLog");
     ASSERT_TRUE(openDb(log.Get(), workspace.Get()));
     EXPECT_EQ(callByName(log.Get(), L"SeriesStart", DISPATCH_METHOD, {Variant(L"verify")}), S_OK);
