@@ -52,6 +52,16 @@ TEST_F(Adding, ShowsEveryFieldOfAnEntry) {
               "Name=PAYROLL{P1}[PROG]|Result=RC 1[Suspect]|Message=line  two{C:\\Proj\\payroll.errors}");
 }
 
+TEST_F(Adding, ShowsNoIconForAKindWhoseIconCouldNotBeLoadedAndLosesNoRow) {
+    world.startSeries();
+    world.add({u"", 0, u"P1", u"", u""});
+    const widgets::ListView& list = world.list();
+    ASSERT_TRUE(list.smallIcons());
+    EXPECT_EQ(list.smallIcons()->indexOf(u"PROG"), -1);
+    EXPECT_GE(list.smallIcons()->indexOf(u"good"), 0);
+    EXPECT_EQ(list.rowCount(), 1);
+}
+
 TEST_F(Adding, ShowsDateResultAndIconsWhenAllElseIsEmpty) {
     world.add({u"", 0, u"", u"", u""});
     EXPECT_EQ(onlyRow(), "2024-01-02 09:05:07||Good|Elapsed=|Method=|Type=|Name=|Result=RC 0[Good]|Message=");
