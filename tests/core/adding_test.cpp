@@ -52,14 +52,19 @@ TEST_F(Adding, ShowsEveryFieldOfAnEntry) {
               "Name=PAYROLL{P1}[PROG]|Result=RC 1[Suspect]|Message=line  two{C:\\Proj\\payroll.errors}");
 }
 
-TEST_F(Adding, ShowsNoIconForAKindWhoseIconCouldNotBeLoadedAndLosesNoRow) {
-    world.startSeries();
+TEST(AddingWithAMissingIcon, ShowsTheRowWithoutItAndLosesNothing) {
+    LogWorld world;
+    world.platform.files.remove(u"C:\\Prod\\Repository\\Icons\\PROG.ico");
+    ASSERT_TRUE(world.open());
+    world.hideBoxes();
+    world.addControl();
     world.add({u"", 0, u"P1", u"", u""});
     const widgets::ListView& list = world.list();
     ASSERT_TRUE(list.smallIcons());
     EXPECT_EQ(list.smallIcons()->indexOf(u"PROG"), -1);
     EXPECT_GE(list.smallIcons()->indexOf(u"good"), 0);
     EXPECT_EQ(list.rowCount(), 1);
+    EXPECT_EQ(world.engine.records().size(), 1U);
 }
 
 TEST_F(Adding, ShowsDateResultAndIconsWhenAllElseIsEmpty) {
