@@ -90,9 +90,7 @@ void RowContent::rememberWidth(std::uint32_t fontNumber, int column, base::Twips
     if (index < widths_.size()) widths_[index] = width;
 }
 
-void RowPtr::destroy(const RowContent* content) noexcept {
-    delete content;
-}
+void RowPtr::destroy(const RowContent* content) noexcept { delete content; }
 
 RowPtr makeRow(const Row& row, RowKeys keys) {
     const bool fits = keys && std::equal(keys->begin(), keys->end(), row.cells.begin(), row.cells.end(),

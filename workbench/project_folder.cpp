@@ -108,8 +108,8 @@ void readSession(ProjectFolder& project) {
             project.session.emplace_back(SeriesStart{row.text(L"MethodID")});
         } else if (command == L"Add") {
             project.session.emplace_back(AddReport{row.text(L"MethodID"), row.number(L"ReturnCode"),
-                                                row.text(L"ObjectID"), row.text(L"Message"),
-                                                row.text(L"ErrorsFileName")});
+                                                   row.text(L"ObjectID"), row.text(L"Message"),
+                                                   row.text(L"ErrorsFileName")});
         } else if (command == L"SeriesFinish") {
             // A finish has one argument, its code, and like every command it starts in the second column.
             project.session.emplace_back(SeriesFinish{row.number(L"MethodID")});
