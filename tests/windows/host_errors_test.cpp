@@ -17,6 +17,12 @@ struct Reported {
     std::wstring description;
 };
 
+HRESULT WINAPI fillInLate(EXCEPINFO* info) {
+    info->scode = kHostError;
+    info->bstrDescription = SysAllocString(L"Filled in late");
+    return S_OK;
+}
+
 class HostErrors : public ComTest {
 protected:
     void SetUp() override {
@@ -83,11 +89,7 @@ TEST_F(HostErrors, KeepTheirCodeSourceAndDescription) {
 
 TEST_F(HostErrors, ThatAreFilledInLateAreAskedFor) {
     const Reported reported = addWhileFailing([](EXCEPINFO* info) {
-        info->pfnDeferredFillIn = [](EXCEPINFO* late) -> HRESULT {
-            late->scode = kHostError;
-            late->bstrDescription = SysAllocString(L"Filled in late");
-            return S_OK;
-        };
+        info->pfnDeferredFillIn = fillInLate;
         return DISP_E_EXCEPTION;
     });
     EXPECT_EQ(reported.code, kHostError);
