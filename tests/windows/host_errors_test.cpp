@@ -108,6 +108,22 @@ TEST_F(HostErrors, WithoutInformationKeepTheirResult) {
     EXPECT_EQ(addWhileFailing([](EXCEPINFO*) { return RPC_E_DISCONNECTED; }).code, RPC_E_DISCONNECTED);
 }
 
+TEST_F(HostErrors, DoNotComeFromAnAnswerByReferenceWhichIsFollowed) {
+    BSTR held = SysAllocString(L"by reference");
+    auto* workspace = static_cast<ScriptedDispatch*>(workspace_.Get());
+    workspace->replace(L"TranslateReturnCode", [&held](ScriptedDispatch::Arguments&, VARIANT* result) {
+        result->vt = VT_BSTR | VT_BYREF;
+        result->pbstrVal = &held;
+        return S_OK;
+    });
+    EXPECT_EQ(callByName(log_.Get(), L"Add", DISPATCH_METHOD,
+                         {Variant(L"verify"), Variant(1L), Variant(L"O1"), Variant(L"message")}),
+              S_OK);
+    EXPECT_TRUE(hasRecords());
+    EXPECT_STREQ(held, L"by reference") << "what a host lends stays the host's";
+    SysFreeString(held);
+}
+
 TEST_F(HostErrors, OfAMissingMemberSayWhichMemberIsMissing) {
     ComPtr<IDispatch> bare = com::adopt<IDispatch>(ScriptedDispatch::make());
     IDispatch* reference = bare.Get();

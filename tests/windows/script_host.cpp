@@ -38,6 +38,12 @@ ScriptedDispatch& ScriptedDispatch::object(const wchar_t* name, IDispatch* value
     });
 }
 
+ScriptedDispatch& ScriptedDispatch::replace(const wchar_t* name, Body body) {
+    for (auto& [known, own] : members_)
+        if (known == name) own = body;
+    return *this;
+}
+
 ScriptedDispatch& ScriptedDispatch::fail(const wchar_t* name, Failure failure) {
     failures_.emplace_back(name, std::move(failure));
     return *this;

@@ -26,6 +26,8 @@ public:
         members_.emplace_back(name, std::move(body));
         return *this;
     }
+    /// The member answers with another body from now on.
+    ScriptedDispatch& replace(const wchar_t* name, Body body);
     /// From now on the member fails: with what the function answers and writes.
     using Failure = std::function<HRESULT(EXCEPINFO*)>;
     ScriptedDispatch& fail(const wchar_t* name, Failure failure);
