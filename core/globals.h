@@ -12,12 +12,13 @@
 #include "ports/file_system.h"
 #include "ports/message_boxes.h"
 #include "ports/pictures.h"
+#include "ports/screens.h"
 #include "ports/settings_store.h"
 #include "ports/text_measurer.h"
 #include "resources/string_table.h"
 #include "store/engine.h"
 #include "widgets/image_list.h"
-#include "widgets/list_view_peer.h"
+#include "widgets/peer_factory.h"
 
 #include <cstdint>
 #include <memory>
@@ -36,6 +37,7 @@ struct Platform {
     ports::Collator& collator;
     ports::TextMeasurer& measurer;
     ports::Pictures& pictures;
+    ports::Screens& screens;
     widgets::PeerFactory& peers;
     store::Engine& engine;
     resources::Language language;
@@ -43,9 +45,8 @@ struct Platform {
     /// The services of a body, which names them as here.
     template <class Services>
     static Platform of(Services& services, store::Engine& engine) {
-        return {services.clock,    services.messages, services.files,
-                services.settings, services.collator, services.measurer,
-                services.pictures, services.peers,    engine,
+        return {services.clock,    services.messages, services.files,   services.settings, services.collator,
+                services.measurer, services.pictures, services.screens, services.peers,    engine,
                 services.language};
     }
 };

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 
 namespace cvlog::widgets {
 
@@ -55,13 +54,6 @@ public:
     virtual void mouseReleased(MouseButton) {}
     virtual void gotFocus() {}
     virtual void lostFocus() {}
-};
-
-/// Makes the platform's side of a list. The peer must not outlive the list.
-class PeerFactory {
-public:
-    virtual ~PeerFactory() = default;
-    virtual std::unique_ptr<ListViewPeer> makeListView(ListView& list) = 0;
 };
 
 } // namespace cvlog::widgets

@@ -264,11 +264,6 @@ bool HeadlessListViewPeer::isColumnCurrent(int column) const {
     return sameColumn(columns_[static_cast<std::size_t>(column - 1)], list_.column(column));
 }
 
-std::unique_ptr<widgets::ListViewPeer> HeadlessPeerFactory::makeListView(widgets::ListView& list) {
-    gate_.pass("List.create");
-    return std::make_unique<HeadlessListViewPeer>(list, gate_, book, mirrored);
-}
-
 HeadlessListViewPeer& peerOf(const widgets::ListView& list) {
     auto* peer = dynamic_cast<HeadlessListViewPeer*>(list.peer());
     if (!peer) throw std::logic_error("the list has no headless peer");

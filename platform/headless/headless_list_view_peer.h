@@ -92,19 +92,6 @@ private:
     int batches_ = 0;
 };
 
-class HeadlessPeerFactory : public widgets::PeerFactory {
-public:
-    explicit HeadlessPeerFactory(const CallGate& gate) : gate_(gate) {}
-
-    std::unique_ptr<widgets::ListViewPeer> makeListView(widgets::ListView& list) override;
-
-    PeerBook book;
-    bool mirrored = true;
-
-private:
-    const CallGate& gate_;
-};
-
 /// The headless peer of a list; the list must have one.
 HeadlessListViewPeer& peerOf(const widgets::ListView& list);
 

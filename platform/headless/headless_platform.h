@@ -3,8 +3,9 @@
 #include "platform/headless/call_gate.h"
 #include "platform/headless/headless_clock.h"
 #include "platform/headless/headless_collator.h"
-#include "platform/headless/headless_list_view_peer.h"
+#include "platform/headless/headless_peer_factory.h"
 #include "platform/headless/headless_pictures.h"
+#include "platform/headless/headless_screens.h"
 #include "platform/headless/headless_text_measurer.h"
 #include "platform/headless/memory_file_system.h"
 #include "platform/headless/memory_settings.h"
@@ -26,6 +27,7 @@ struct HeadlessPlatform {
     MemorySettings settings{gate};
     HeadlessCollator collator;
     HeadlessTextMeasurer measurer;
+    HeadlessScreens screens;
     HeadlessPictures pictures{gate, files};
     HeadlessPeerFactory peers{gate};
     resources::Language language = resources::Language::English;

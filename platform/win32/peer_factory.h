@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/win32/host_window.h"
-#include "widgets/list_view_peer.h"
+#include "widgets/peer_factory.h"
 
 namespace cvlog::platform::win32 {
 

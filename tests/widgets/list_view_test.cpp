@@ -1,7 +1,7 @@
 #include "widgets/list_view.h"
 
 #include "platform/headless/headless_collator.h"
-#include "platform/headless/headless_list_view_peer.h"
+#include "platform/headless/headless_peer_factory.h"
 #include "platform/headless/headless_text_measurer.h"
 
 #include <gtest/gtest.h>

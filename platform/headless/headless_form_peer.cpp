@@ -1,0 +1,93 @@
+#include "platform/headless/headless_form_peer.h"
+
+#include "widgets/list_view.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace cvlog::platform::headless {
+
+namespace {
+
+constexpr base::Area kFirstPlace = {600, 600, 9'000, 4'500};
+constexpr base::Area kWholeScreen = {0, 0, 19'200, 14'400};
+
+} // namespace
+
+HeadlessFormPeer::HeadlessFormPeer(widgets::Form& form, const CallGate& gate, FormBook& book,
+                                   TimerBook& timers)
+    : form_(form), gate_(gate), book_(book), timers_(timers) {
+    gate_.pass("Form.create");
+    handle_ = book_.nextHandle++;
+    book_.live.push_back(this);
+}
+
+HeadlessFormPeer::~HeadlessFormPeer() {
+    if (form_.list()) book_.faults.push_back("a window goes with a list on it");
+    std::erase(book_.live, this);
+}
+
+void HeadlessFormPeer::tellClientSize() {
+    const base::Area window = form_.state() == widgets::WindowState::Maximised
+                                  ? kWholeScreen
+                                  : form_.placement().value_or(kFirstPlace);
+    form_.userResized(window.width - kFrame.width, window.height - kFrame.height);
+}
+
+void HeadlessFormPeer::placementChanged() {
+    gate_.pass("Form.placementChanged");
+    tellClientSize();
+}
+
+void HeadlessFormPeer::listPlaced(widgets::ListView& list, const base::Area&) {
+    gate_.pass("Form.listPlaced");
+    if (!list.peer()) book_.faults.push_back("a list without a window is placed");
+}
+
+void HeadlessFormPeer::listTakenOff(widgets::ListView& list) noexcept {
+    if (!list.peer()) book_.faults.push_back("a list is taken off after its window went");
+}
+
+void HeadlessFormPeer::show(std::int32_t ownerWindow) {
+    gate_.pass("Form.show");
+    if (book_.refusedOwners.contains(ownerWindow)) throw std::runtime_error("that window owns nothing");
+    book_.shown.push_back({form_.caption(), ownerWindow, false});
+    if (!form_.placement()) form_.userMoved(kFirstPlace, form_.state());
+    tellClientSize();
+}
+
+void HeadlessFormPeer::runModal(std::int32_t ownerWindow) {
+    gate_.pass("Form.runModal");
+    FormBook& book = book_; // this peer goes while the form is run
+    TimerBook& timers = timers_;
+    const std::int32_t handle = handle_;
+    const auto peer = [&book, handle]() -> HeadlessFormPeer* {
+        const auto found = std::ranges::find(book.live, handle, &HeadlessFormPeer::windowHandle);
+        return found == book.live.end() ? nullptr : *found;
+    };
+    book.shown.push_back({form_.caption(), ownerWindow, true});
+    if (book.whileModal) book.whileModal(*this);
+    while (peer() && timers.runNext()) {
+    }
+    if (HeadlessFormPeer* left = peer()) {
+        book.faults.push_back("a modal form would wait for ever");
+        left->userCloses();
+    }
+}
+
+void HeadlessFormPeer::bringToFront() {
+    gate_.pass("Form.bringToFront");
+    book_.broughtToFront.push_back(form_.caption());
+}
+
+void HeadlessFormPeer::userMoves(const base::Area& placement) {
+    form_.userMoved(placement, widgets::WindowState::Normal);
+    tellClientSize();
+}
+
+void HeadlessFormPeer::userMaximises() {
+    form_.userMoved(form_.placement().value_or(kFirstPlace), widgets::WindowState::Maximised);
+    tellClientSize();
+}
+
+} // namespace cvlog::platform::headless

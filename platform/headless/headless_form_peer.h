@@ -1,0 +1,76 @@
+#pragma once
+
+#include "platform/headless/call_gate.h"
+#include "platform/headless/headless_timer_peer.h"
+#include "widgets/form.h"
+
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace cvlog::platform::headless {
+
+class HeadlessFormPeer;
+
+/// What all headless forms of one platform share.
+struct FormBook {
+    struct Showing {
+        std::u16string caption;
+        std::int32_t owner;
+        bool modal;
+        friend bool operator==(const Showing&, const Showing&) = default;
+    };
+
+    std::int32_t nextHandle = 0x7000;
+    std::vector<HeadlessFormPeer*> live;
+    std::set<std::int32_t> refusedOwners; // windows that can own nothing
+    std::vector<Showing> shown;
+    std::vector<std::u16string> broughtToFront;
+    /// The user before a modal form. A form that is left open waits for its timers.
+    std::function<void(HeadlessFormPeer&)> whileModal;
+    /// What cannot be on a real screen: empty as long as forms behave.
+    std::vector<std::string> faults;
+};
+
+/// A form that nobody sees.
+class HeadlessFormPeer : public widgets::FormPeer {
+public:
+    /// What the frame takes of a window.
+    static constexpr base::Area kFrame = {60, 450, 120, 510};
+
+    HeadlessFormPeer(widgets::Form& form, const CallGate& gate, FormBook& book, TimerBook& timers);
+    ~HeadlessFormPeer() override;
+
+    std::int32_t windowHandle() const override { return handle_; }
+    void captionChanged() override { gate_.pass("Form.captionChanged"); }
+    void placementChanged() override;
+    void clientSizeChanged() override { gate_.pass("Form.clientSizeChanged"); }
+    void labelAdded(const widgets::Label&) override { gate_.pass("Form.labelAdded"); }
+    void buttonAdded(const widgets::Button&) override { gate_.pass("Form.buttonAdded"); }
+    void pictureBoxAdded(const widgets::PictureBox&) override { gate_.pass("Form.pictureBoxAdded"); }
+    void listPlaced(widgets::ListView& list, const base::Area& area) override;
+    void listTakenOff(widgets::ListView& list) noexcept override;
+    void show(std::int32_t ownerWindow) override;
+    void runModal(std::int32_t ownerWindow) override;
+    void bringToFront() override;
+
+    widgets::Form& form() const noexcept { return form_; }
+
+    // The user at the window. Each may end the peer.
+    void userCloses() { form_.userCloses(); }
+    void userClicks(std::size_t button) { form_.userClicks(form_.buttons().at(button)); }
+    void userMoves(const base::Area& placement);
+    void userMaximises();
+
+private:
+    void tellClientSize();
+
+    widgets::Form& form_;
+    const CallGate& gate_;
+    FormBook& book_;
+    TimerBook& timers_;
+    std::int32_t handle_;
+};
+
+} // namespace cvlog::platform::headless

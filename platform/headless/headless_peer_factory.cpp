@@ -1,0 +1,18 @@
+#include "platform/headless/headless_peer_factory.h"
+
+namespace cvlog::platform::headless {
+
+std::unique_ptr<widgets::ListViewPeer> HeadlessPeerFactory::makeListView(widgets::ListView& list) {
+    gate_.pass("List.create");
+    return std::make_unique<HeadlessListViewPeer>(list, gate_, book, mirrored);
+}
+
+std::unique_ptr<widgets::FormPeer> HeadlessPeerFactory::makeForm(widgets::Form& form) {
+    return std::make_unique<HeadlessFormPeer>(form, gate_, forms, timers);
+}
+
+std::unique_ptr<widgets::TimerPeer> HeadlessPeerFactory::makeTimer(widgets::Timer& timer) {
+    return std::make_unique<HeadlessTimerPeer>(timer, gate_, timers);
+}
+
+} // namespace cvlog::platform::headless
