@@ -29,6 +29,10 @@ public:
     /// Calls a method, or reads a property that takes arguments. What one of our objects takes by reference is written
     /// back; a host's object gets its arguments by value.
     virtual Value call(std::u16string_view member, std::span<Value> arguments) = 0;
+    /// Like call(), with every argument passed by reference: what the object writes into them comes back.
+    virtual Value callByReference(std::u16string_view member, std::span<Value> arguments) {
+        return call(member, arguments);
+    }
     virtual Value get(std::u16string_view member) = 0;
     virtual void put(std::u16string_view member, const Value& value) = 0;
 

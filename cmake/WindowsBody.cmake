@@ -15,7 +15,9 @@ if(CVLOG_BENCH)
 endif()
 
 cvlog_sources(component_icons resources/icons/*.svg)
-cvlog_icons(icons ${CMAKE_BINARY_DIR}/icons ${component_icons})
+cvlog_icons(icons ${CMAKE_BINARY_DIR}/icons SIZES 16 20 24 32 DRAWINGS ${component_icons})
+cvlog_sources(form_icons resources/icons/forms/*.svg)
+cvlog_icons(form_icons ${CMAKE_BINARY_DIR}/icons SIZES 32 40 48 64 DRAWINGS ${form_icons})
 cvlog_type_library(typelib ${CMAKE_SOURCE_DIR}/com/CVLog3.idl ${CMAKE_BINARY_DIR}/CVLog3.tlb)
 
 cvlog_sources(dll_sources com/*.cpp)
@@ -26,7 +28,7 @@ if(dll_sources)
     target_link_libraries(CVLog3 PRIVATE cvlog_options cvlog_win32 cvlog_rooms)
     # 32 bit: the exports of the .def carry no @n, the functions do.
     target_link_options(CVLog3 PRIVATE -Wl,--enable-stdcall-fixup)
-    cvlog_resources(CVLog3 com icons typelib)
+    cvlog_resources(CVLog3 com icons form_icons typelib)
     # For hosts that activate the classes without registration; it lies beside the library.
     configure_file(com/CVLog3.manifest ${CMAKE_BINARY_DIR}/bin/CVLog3.manifest COPYONLY)
 else()
@@ -60,7 +62,7 @@ cvlog_executable(tests_windows SOURCES ${test_sources} LINKS cvlog_headless cvlo
 if(TARGET tests_windows)
     cvlog_sources(test_resources tests/windows/*.rc)
     target_sources(tests_windows PRIVATE ${test_resources})
-    cvlog_resources(tests_windows tests/windows icons typelib)
+    cvlog_resources(tests_windows tests/windows icons form_icons typelib)
     foreach(other CVLog3 workbench)
         if(TARGET ${other})
             add_dependencies(tests_windows ${other})

@@ -26,6 +26,7 @@ std::shared_ptr<Apartment> Apartment::enter() {
     if (const auto* content = slotContent())
         if (auto apartment = content->lock()) return apartment;
     auto apartment = std::make_shared<Apartment>();
+    apartment->globals().holder = [weak = std::weak_ptr(apartment)] { return weak.lock(); };
     auto content = std::make_unique<std::weak_ptr<Apartment>>(apartment);
     TlsSetValue(slot, content.release());
     return apartment;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "com/module.h"
 #include "core/globals.h"
 #include "platform/win32/services.h"
 
@@ -35,6 +36,7 @@ public:
     std::unordered_map<const automation::Object*, DispatchShell*> shells;
 
 private:
+    ModuleLock lock_; // windows may outlive all objects
     platform::win32::Services services_;
     std::unique_ptr<store::Engine> engine_;
     std::unique_ptr<core::Globals> globals_;

@@ -25,10 +25,35 @@ public:
     ReversedArguments(const ReversedArguments&) = delete;
     ReversedArguments& operator=(const ReversedArguments&) = delete;
 
-    DISPPARAMS parameters() { return {variants_.data(), nullptr, static_cast<UINT>(variants_.size()), 0}; }
+    DISPPARAMS parameters() { return parametersOf(variants_); }
+
+    /// The same by reference, each as a reference to a variable of its type.
+    DISPPARAMS references() {
+        references_.resize(variants_.size());
+        for (std::size_t i = 0; i < variants_.size(); ++i) {
+            VARIANT& reference = references_[i];
+            VariantInit(&reference);
+            const bool isTyped = V_VT(&variants_[i]) > VT_NULL && V_VT(&variants_[i]) != VT_ERROR;
+            V_VT(&reference) =
+                static_cast<VARTYPE>(VT_BYREF | (isTyped ? V_VT(&variants_[i]) : VARTYPE{VT_VARIANT}));
+            V_BYREF(&reference) = isTyped ? static_cast<void*>(&V_I8(&variants_[i])) : &variants_[i];
+        }
+        return parametersOf(references_);
+    }
+
+    /// What is in the variables now.
+    void readBack(std::span<Value> values) const {
+        for (std::size_t i = 0; i < values.size(); ++i)
+            values[i] = fromVariant(variants_[values.size() - 1 - i]);
+    }
 
 private:
+    static DISPPARAMS parametersOf(std::vector<VARIANT>& variants) {
+        return {variants.data(), nullptr, static_cast<UINT>(variants.size()), 0};
+    }
+
     std::vector<VARIANT> variants_;
+    std::vector<VARIANT> references_; // own nothing
 };
 
 /// The answer of a call, freed on every path.
@@ -103,6 +128,14 @@ Value ForeignObject::invokeDispatch(DISPID id, WORD flags, DISPPARAMS parameters
 Value ForeignObject::call(std::u16string_view member, std::span<Value> arguments) {
     ReversedArguments reversed(arguments);
     return invokeDispatch(idOf(member), DISPATCH_METHOD | DISPATCH_PROPERTYGET, reversed.parameters());
+}
+
+Value ForeignObject::callByReference(std::u16string_view member, std::span<Value> arguments) {
+    ReversedArguments reversed(arguments);
+    Value result =
+        invokeDispatch(idOf(member), DISPATCH_METHOD | DISPATCH_PROPERTYGET, reversed.references());
+    reversed.readBack(arguments);
+    return result;
 }
 
 Value ForeignObject::get(std::u16string_view member) { return call(member, {}); }

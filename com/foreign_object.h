@@ -17,6 +17,8 @@ public:
     explicit ForeignObject(IDispatch* dispatch);
 
     automation::Value call(std::u16string_view member, std::span<automation::Value> arguments) override;
+    automation::Value callByReference(std::u16string_view member,
+                                      std::span<automation::Value> arguments) override;
     automation::Value get(std::u16string_view member) override;
     void put(std::u16string_view member, const automation::Value& value) override;
     std::unique_ptr<automation::Connection> connect(std::shared_ptr<automation::EventSink> sink) override;

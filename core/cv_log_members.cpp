@@ -3,6 +3,7 @@
 #include "core/adding.h"
 #include "core/cv_log.h"
 #include "core/series_report.h"
+#include "host/log_visibility.h"
 #include "store/log_database.h"
 
 namespace cvlog::core {
@@ -53,6 +54,26 @@ void keyDown(CVLog& log, Arguments a) {
     a[0] = code;
 }
 
+void move(CVLog& log, Arguments a) {
+    host::MoveHostWindow(log.globals(), a[0].as<double>(), a[1].as<double>(), a[2].as<double>(),
+                         a[3].as<double>());
+}
+
+Member property(std::u16string_view name, std::int32_t id, Type type, Value (*get)(CVLog&)) {
+    return {name, id, MemberKind::PropertyGet,
+            type, {}, on<CVLog>([get](CVLog& log, Arguments) {
+                return get(log); })};
+}
+
+Member settable(std::u16string_view name, std::int32_t id, Type type, void (*put)(CVLog&, const Value&)) {
+    return {name,
+            id,
+            MemberKind::PropertyPut,
+            Type::Nothing,
+            {{name, type}},
+            on<CVLog>([put](CVLog& log, Arguments a) { put(log, a[0]); })};
+}
+
 bool openDb(CVLog& log, Arguments a) {
     const auto self = std::static_pointer_cast<CVLog>(log.shared_from_this());
     return store::OpenDB(log.globals(), self, a[0].as<automation::ObjectRef>());
@@ -69,6 +90,16 @@ const DispatchTable& CVLog::members() {
          Type::Object,
          {},
          on<CVLog>([](CVLog& log, Arguments) { return logDb(log); })},
+        property(u"Parent", 0x68030006, Type::Object,
+                 [](CVLog& log) { return Value(log.globals().placement.Parent); }),
+        settable(u"Parent", 0x68030006, Type::Object,
+                 [](CVLog& log, const Value& parent) {
+                     host::PutParent(log.globals(), parent.as<automation::ObjectRef>());
+                 }),
+        property(u"Docked", 0x68030005, Type::Boolean,
+                 [](CVLog& log) { return Value(host::GetDocked(log.globals())); }),
+        settable(u"Docked", 0x68030005, Type::Boolean,
+                 [](CVLog& log, const Value& docked) { host::PutDocked(log.globals(), docked.as<bool>()); }),
         ignoredGet(u"Left", 0x68030004),
         ignoredPut(u"Left", 0x68030004),
         ignoredGet(u"Top", 0x68030003),
@@ -77,6 +108,21 @@ const DispatchTable& CVLog::members() {
         ignoredPut(u"Height", 0x68030002),
         ignoredGet(u"Width", 0x68030001),
         ignoredPut(u"Width", 0x68030001),
+        property(u"Visible", 0x68030000, Type::Boolean,
+                 [](CVLog& log) { return Value(host::GetVisible(log.globals())); }),
+        settable(
+            u"Visible", 0x68030000, Type::Boolean,
+            [](CVLog& log, const Value& visible) { host::PutVisible(log.globals(), visible.as<bool>()); }),
+        {u"SetFocus", 0x6003000a, MemberKind::Method, Type::Nothing, {}, on<CVLog>([](CVLog& log, Arguments) {
+             host::FocusLog(log.globals(), log);
+         })},
+        {u"Dock",
+         0x6003000b,
+         MemberKind::Method,
+         Type::Nothing,
+         {{u"Parent", Type::Object}},
+         on<CVLog>(
+             [](CVLog& log, Arguments a) { host::Dock(log.globals(), a[0].as<automation::ObjectRef>()); })},
         {u"SeriesFinish",
          0x6003000c,
          MemberKind::Method,
@@ -99,6 +145,15 @@ const DispatchTable& CVLog::members() {
           {u"Message", Type::Text},
           {.name = u"ErrorsFileName", .type = Type::Text, .optional = true}},
          on<CVLog>(add)},
+        {u"Move",
+         0x6003000f,
+         MemberKind::Method,
+         Type::Nothing,
+         {{u"Left", Type::Double},
+          {u"Top", Type::Double},
+          {u"Width", Type::Double},
+          {u"Height", Type::Double}},
+         on<CVLog>(move)},
         {u"OpenDB",
          0x60030011,
          MemberKind::Method,

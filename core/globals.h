@@ -19,10 +19,16 @@
 #include "store/engine.h"
 #include "widgets/image_list.h"
 #include "widgets/peer_factory.h"
+#include "widgets/timer.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
+
+namespace cvlog::host {
+class FrmLog;
+}
 
 namespace cvlog::core {
 
@@ -61,6 +67,8 @@ struct OptionState {
     bool FilterChanged = false;
     /// Hears when the user's options were saved; ends with the database.
     std::unique_ptr<automation::Connection> savedEvents;
+    /// Applies changed options outside of the host's event; null until it was first needed.
+    std::unique_ptr<widgets::Timer> applyTimer;
 };
 
 struct StoreState {
@@ -74,10 +82,10 @@ struct StoreState {
     std::u16string HelpFile;
 };
 
-/// Where the log is shown, as far as its own objects do not say it.
+/// Where the log is shown.
 struct PlacementState {
-    automation::ObjectRef Parent; // the host's container, none when the log is not docked anywhere
-    bool frmLogExists = false;    // the log floats in a window of its own
+    automation::ObjectRef Parent;         // the host's container, none when the log is not docked anywhere
+    std::shared_ptr<host::FrmLog> frmLog; // the floating window; null while it is closed
 };
 
 /// What the hidden resource form holds for all lists.
@@ -92,7 +100,12 @@ struct Globals {
     Globals(const Globals&) = delete;
     Globals& operator=(const Globals&) = delete;
 
+    /// Keeps this state and the platform below it alive while the reference is held: for windows and for code that
+    /// runs outside of any call of the host.
+    std::shared_ptr<void> hold() const { return holder ? holder() : nullptr; }
+
     Platform platform;
+    std::function<std::shared_ptr<void>()> holder; // set by whoever owns this state
     Series series;
     base::LocalTime LastEntryTime;
     bool LogWindowVisible = false;

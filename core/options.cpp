@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "host/log_placement.h"
 
 namespace cvlog::core {
 
@@ -33,17 +34,35 @@ void loadErrorsListFilter(OptionState& options) {
 }
 
 constexpr std::int32_t kSavedEvent = 1;
+constexpr int kApplyDelay = 1; // milliseconds
 
 class SavedSink : public automation::EventSink {
 public:
     explicit SavedSink(Globals& globals) : globals_(globals) {}
     void onEvent(std::int32_t id, std::span<automation::Value>) override {
-        if (id == kSavedEvent) UserOptions_Saved(globals_);
+        const auto keep = globals_.hold();
+        if (id == kSavedEvent) base::ignoring([&] { UserOptions_Saved(globals_); });
     }
 
 private:
     Globals& globals_;
 };
+
+void applyOptions(Globals& globals) {
+    const auto keep = globals.hold();
+    globals.options.applyTimer->disable();
+    if (!globals.store.Workspace) return;
+    if (globals.ExpansionBusy) return globals.options.applyTimer->enable();
+    host::ShowLog(globals);
+}
+
+void applySoon(Globals& globals) {
+    std::unique_ptr<widgets::Timer>& timer = globals.options.applyTimer;
+    if (!timer)
+        timer = std::make_unique<widgets::Timer>(globals.platform.peers, kApplyDelay,
+                                                 [&globals] { applyOptions(globals); });
+    timer->enable();
+}
 
 } // namespace
 
@@ -58,14 +77,25 @@ void HoldOptions(Globals& globals, hostapi::OptionsDocument document) {
 }
 
 void ReleaseOptions(Globals& globals) {
+    if (globals.options.applyTimer) globals.options.applyTimer->disable();
     globals.options.savedEvents.reset();
     globals.options.UserOptions = {};
 }
 
 void UserOptions_Saved(Globals& globals) {
-    const ErrorsListFilter before = globals.options.ErrorsListFilter;
+    OptionState& options = globals.options;
+    const bool dockedBefore = options.DockedOption;
+    const ErrorsListFilter before = options.ErrorsListFilter;
     LoadOptions(globals);
-    globals.options.FilterChanged = before.differsIn(globals.options.ErrorsListFilter);
+    options.FilterChanged = before.differsIn(options.ErrorsListFilter);
+    if (options.DockedOption != dockedBefore || options.FilterChanged) applySoon(globals);
+}
+
+void StoreDockedOption(Globals& globals, bool docked) noexcept {
+    const hostapi::OptionsDocument document = globals.options.UserOptions;
+    base::ignoring(
+        [&] { document.selectSingleNode(kDockedQuery).setAttribute(u"VALUE", docked ? u"true" : u"false"); });
+    base::ignoring([&] { document.save(); });
 }
 
 void LoadOptions(Globals& globals) {

@@ -1,6 +1,7 @@
 #include "core/series_report.h"
 
 #include "core/results.h"
+#include "host/log_placement.h"
 #include "view/list_set.h"
 
 namespace cvlog::core {
@@ -14,7 +15,7 @@ std::u16string text(const Globals& globals, int id) {
 // A log that the user has in view needs no report. The host is asked only when its answer matters.
 bool mustTellUser(const Globals& globals) {
     if (!globals.LogWindowVisible) return true;
-    if (globals.placement.frmLogExists || globals.placement.Parent) return false;
+    if (globals.placement.frmLog || globals.placement.Parent) return false;
     return globals.store.Workspace &&
            globals.store.Workspace.activeToolList().count() != globals.LogViews.count();
 }
@@ -41,7 +42,10 @@ void SeriesFinish(Globals& globals) {
         return;
     }
     const std::u16string question = outcome + u"\r\n" + text(globals, 510) + u"\r\n" + text(globals, 511);
-    if (globals.platform.messages.ask(title, question, OutcomeBoxIcon(code))) globals.LogWindowVisible = true;
+    if (globals.platform.messages.ask(title, question, OutcomeBoxIcon(code))) {
+        globals.LogWindowVisible = true;
+        host::ShowLog(globals);
+    }
 }
 
 std::u16string ReturnCodeText(const Globals& globals, std::int32_t code) {

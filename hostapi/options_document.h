@@ -15,6 +15,9 @@ public:
         const automation::Value value = required()->invoke(u"getAttribute", name);
         return value.isNothing() ? std::u16string() : automation::toText(value);
     }
+    void setAttribute(std::u16string_view name, std::u16string_view value) const {
+        required()->invoke(u"setAttribute", name, value);
+    }
     OptionNode nextSibling() const { return OptionNode(objectOf(u"nextSibling")); }
 };
 
@@ -25,6 +28,8 @@ public:
     OptionNode selectSingleNode(std::u16string_view xpath) const {
         return OptionNode(automation::toObject(required()->invoke(u"selectSingleNode", xpath)));
     }
+    /// Writes the document back; its listeners are told.
+    void save() const { required()->invoke(u"Save"); }
 };
 
 } // namespace cvlog::hostapi

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "hostapi/host_window.h"
 #include "hostapi/repository.h"
 
 #include <string>
@@ -27,6 +28,9 @@ public:
     /// Nothing for an unknown identifier.
     Method method(std::u16string_view id) const { return Method(Collection(objectOf(u"Methods")).item(id)); }
     Collection activeToolList() const { return Collection(objectOf(u"ActiveToolList")); }
+
+    /// The host's main window.
+    HostWindow mainWindow() const { return HostWindow(objectOf(u"CalvettaWindow")); }
 
     std::u16string name(HostName kind) const {
         return automation::toText(required()->invoke(u"GetCalvettaName", static_cast<std::int32_t>(kind)));

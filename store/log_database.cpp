@@ -4,6 +4,8 @@
 #include "base/text.h"
 #include "core/log_resources.h"
 #include "core/options.h"
+#include "host/log_placement.h"
+#include "host/log_visibility.h"
 #include "view/list_set.h"
 
 namespace cvlog::store {
@@ -58,15 +60,15 @@ void openDatabase(Globals& globals) {
 std::int32_t loadEntityIcons(Globals& globals) {
     core::StoreState& state = globals.store;
     state.IconsDir = state.Workspace.name(HostName::ProductDirectory) + u"\\Repository\\Icons\\";
-    core::LogResources& resources = core::LoadLogResources(globals);
-    globals.placement.Parent = nullptr;
+    const std::shared_ptr<widgets::ImageList> icons = core::LoadLogResources(globals).ilLog;
+    host::PutParent(globals, nullptr);
     const hostapi::Collection entities = state.Workspace.repository().erd().entities();
     const std::int32_t count = entities.count();
     for (std::int32_t i = 1; i <= count; ++i) {
         base::ignoring([&] {
             const hostapi::EntityType type(entities.item(i));
             const std::u16string file = state.IconsDir + type.iconFile();
-            resources.ilLog->add(type.keyName(), globals.platform.pictures.load(file));
+            icons->add(type.keyName(), globals.platform.pictures.load(file));
         });
     }
     return count;
@@ -105,6 +107,7 @@ bool OpenDB(Globals& globals, const std::shared_ptr<core::CVLog>& log,
         restoreVisibility(globals);
     else if (!base::ignoring([&] { restoreVisibility(globals); }))
         return false;
+    if (!globals.store.Workspace) return false; // closed by the host on the way
     globals.store.CurrentLog = log;
     return true;
 }
@@ -114,7 +117,8 @@ void CloseDB(Globals& globals) {
     if (!state.Workspace) return;
     view::ClearLists(globals);
     saveVisibility(globals);
-    globals.placement.Parent = nullptr;
+    host::PutParent(globals, nullptr);
+    host::CloseFloatingWindow(globals);
     for (const auto& list : globals.LogViews.all()) {
         list->setSmallIcons(nullptr);
         list->setHeaderIcons(nullptr);

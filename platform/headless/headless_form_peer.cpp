@@ -27,6 +27,13 @@ HeadlessFormPeer::~HeadlessFormPeer() {
     std::erase(book_.live, this);
 }
 
+bool HeadlessFormPeer::pass(std::string_view call) {
+    const FormBook& book = book_;
+    const std::int32_t handle = handle_;
+    gate_.pass(call);
+    return std::ranges::find(book.live, handle, &HeadlessFormPeer::windowHandle) != book.live.end();
+}
+
 void HeadlessFormPeer::tellClientSize() {
     const base::Area window = form_.state() == widgets::WindowState::Maximised
                                   ? kWholeScreen
@@ -35,13 +42,11 @@ void HeadlessFormPeer::tellClientSize() {
 }
 
 void HeadlessFormPeer::placementChanged() {
-    gate_.pass("Form.placementChanged");
-    tellClientSize();
+    if (pass("Form.placementChanged")) tellClientSize();
 }
 
 void HeadlessFormPeer::listPlaced(widgets::ListView& list, const base::Area&) {
-    gate_.pass("Form.listPlaced");
-    if (!list.peer()) book_.faults.push_back("a list without a window is placed");
+    if (pass("Form.listPlaced") && !list.peer()) book_.faults.push_back("a list without a window is placed");
 }
 
 void HeadlessFormPeer::listTakenOff(widgets::ListView& list) noexcept {
@@ -49,7 +54,7 @@ void HeadlessFormPeer::listTakenOff(widgets::ListView& list) noexcept {
 }
 
 void HeadlessFormPeer::show(std::int32_t ownerWindow) {
-    gate_.pass("Form.show");
+    if (!pass("Form.show")) return;
     if (book_.refusedOwners.contains(ownerWindow)) throw std::runtime_error("that window owns nothing");
     book_.shown.push_back({form_.caption(), ownerWindow, false});
     if (!form_.placement()) form_.userMoved(kFirstPlace, form_.state());
@@ -57,7 +62,7 @@ void HeadlessFormPeer::show(std::int32_t ownerWindow) {
 }
 
 void HeadlessFormPeer::runModal(std::int32_t ownerWindow) {
-    gate_.pass("Form.runModal");
+    if (!pass("Form.runModal")) return;
     FormBook& book = book_; // this peer goes while the form is run
     TimerBook& timers = timers_;
     const std::int32_t handle = handle_;
@@ -76,8 +81,7 @@ void HeadlessFormPeer::runModal(std::int32_t ownerWindow) {
 }
 
 void HeadlessFormPeer::bringToFront() {
-    gate_.pass("Form.bringToFront");
-    book_.broughtToFront.push_back(form_.caption());
+    if (pass("Form.bringToFront")) book_.broughtToFront.push_back(form_.caption());
 }
 
 void HeadlessFormPeer::userMoves(const base::Area& placement) {

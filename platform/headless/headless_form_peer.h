@@ -64,6 +64,8 @@ public:
     void userMaximises();
 
 private:
+    /// Lets other code run; false when that was the end of this peer.
+    bool pass(std::string_view call);
     void tellClientSize();
 
     widgets::Form& form_;

@@ -1,5 +1,7 @@
 #include "core/series_report.h"
 
+#include "host/frm_log.h"
+
 #include "automation/error.h"
 #include "core/results.h"
 #include "tests/support/log_world.h"
@@ -91,7 +93,7 @@ TEST_P(SeriesIsTold, WhenTheLogIsNotInView) {
     world.addControl();
     if (!countsDiffer) world.addControl(); // the host has two tools
     world.globals.LogWindowVisible = visible;
-    world.globals.placement.frmLogExists = floating;
+    if (floating) world.globals.placement.frmLog = std::make_shared<host::FrmLog>(world.globals);
     world.globals.placement.Parent = docked ? world.host.workspace : nullptr;
     report(0);
     const bool told = !visible || (!floating && !docked && countsDiffer);

@@ -59,9 +59,14 @@ FakeOptions::Node FakeOptions::makeNode(const std::string& name, std::optional<s
                                         std::optional<std::u16string> value) {
     auto node = std::make_shared<ScriptObject>(name, calls_);
     node->set(u"nextSibling", Value());
-    node->on(u"getAttribute", [nameAttribute, value](std::span<Value> arguments) -> Value {
-        const auto& asked = automation::toText(arguments[0]) == u"NAME" ? nameAttribute : value;
+    const auto current = std::make_shared<std::optional<std::u16string>>(std::move(value));
+    node->on(u"getAttribute", [nameAttribute, current](std::span<Value> arguments) -> Value {
+        const auto& asked = automation::toText(arguments[0]) == u"NAME" ? nameAttribute : *current;
         return asked ? Value(*asked) : Value(automation::Null{});
+    });
+    node->on(u"setAttribute", [current](std::span<Value> arguments) {
+        *current = automation::toText(arguments[1]);
+        return Value();
     });
     return node;
 }

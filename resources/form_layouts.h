@@ -1,0 +1,26 @@
+#pragma once
+
+#include "base/area.h"
+
+// Where things lie on the component's forms, in twips.
+
+namespace cvlog::resources {
+
+/// The alert: a picture at the left, the text beside it, the button below.
+struct AlertLayout {
+    static constexpr base::Area kClient = {0, 0, 7050, 1185};
+    static constexpr base::Area kPicture = {150, 105, 480, 480};
+    static constexpr base::Area kText = {780, 135, 6120, 480};
+    static constexpr base::Area kOk = {2985, 675, 930, 360};
+};
+
+/// The floating log, as long as its user has not moved it.
+struct FloatingLogLayout {
+    static constexpr base::Twips kWidth = 11'400;
+    static constexpr base::Twips kHeight = 4'500;
+    /// A window that was stored smaller could not be found again.
+    static constexpr base::Twips kLeastWidth = 2'400;
+    static constexpr base::Twips kLeastHeight = 1'200;
+};
+
+} // namespace cvlog::resources
