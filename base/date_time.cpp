@@ -1,5 +1,6 @@
 #include "base/date_time.h"
 
+#include <array>
 #include <chrono>
 #include <initializer_list>
 
@@ -10,10 +11,11 @@ namespace {
 constexpr std::int64_t kSecondsPerDay = 86'400;
 
 void appendPadded(std::u16string& out, std::int64_t number, int digits) {
-    std::u16string reversed;
+    std::array<char16_t, 20> text; // as long as a number gets
+    auto first = text.end();
     for (; digits > 0 || number > 0; --digits, number /= 10)
-        reversed.push_back(static_cast<char16_t>(u'0' + number % 10));
-    out.append(reversed.rbegin(), reversed.rend());
+        *--first = static_cast<char16_t>(u'0' + number % 10);
+    out.append(first, text.end());
 }
 
 void appendTimeOfDay(std::u16string& out, std::int64_t seconds) {

@@ -120,8 +120,16 @@ std::u16string replaceFirst(std::u16string_view text, std::u16string_view what, 
 
 std::string toUtf8(std::u16string_view text) {
     std::string out;
-    out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    toUtf8(text, out);
+    return out;
+}
+
+void toUtf8(std::u16string_view text, std::string& out) {
+    // Texts are ASCII for the most part or throughout: that part is copied unit by unit.
+    const auto plain = std::find_if(text.begin(), text.end(), [](char16_t unit) { return unit >= 0x80; });
+    out.resize(static_cast<std::size_t>(plain - text.begin()));
+    std::transform(text.begin(), plain, out.begin(), [](char16_t unit) { return static_cast<char>(unit); });
+    for (std::size_t i = out.size(); i < text.size(); ++i) {
         char32_t point = text[i];
         const bool pair =
             inRange(text[i], 0xD800, 0xDBFF) && i + 1 < text.size() && inRange(text[i + 1], 0xDC00, 0xDFFF);
@@ -131,7 +139,6 @@ std::string toUtf8(std::u16string_view text) {
         }
         appendUtf8(out, point);
     }
-    return out;
 }
 
 std::u16string fromUtf8(std::string_view text) {

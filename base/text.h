@@ -30,6 +30,8 @@ std::u16string replaceFirst(std::u16string_view text, std::u16string_view what, 
 
 /// UTF-8 of the text. A lone surrogate becomes its own three-byte sequence, so that the way back is exact.
 std::string toUtf8(std::u16string_view text);
+/// The same into `out`, whose memory is used again.
+void toUtf8(std::u16string_view text, std::string& out);
 
 /// UTF-16 of UTF-8 text, lone surrogates in three-byte form included. A malformed byte becomes U+FFFD.
 std::u16string fromUtf8(std::string_view text);

@@ -91,11 +91,13 @@ SqliteStatement::SqliteStatement(SqliteConnection& connection, std::string_view 
 }
 
 SqliteStatement::SqliteStatement(SqliteStatement&& other) noexcept
-    : connection_(other.connection_), handle_(std::exchange(other.handle_, nullptr)) {}
+    : connection_(other.connection_), handle_(std::exchange(other.handle_, nullptr)),
+      texts_(std::move(other.texts_)) {}
 
 SqliteStatement& SqliteStatement::operator=(SqliteStatement&& other) noexcept {
     std::swap(connection_, other.connection_);
     std::swap(handle_, other.handle_);
+    std::swap(texts_, other.texts_);
     return *this;
 }
 
@@ -127,7 +129,7 @@ SqliteStatement& SqliteStatement::bind(int parameter, const automation::Value& v
     using namespace automation;
     int result = SQLITE_OK;
     if (value.is<std::u16string>())
-        bindText(parameter, value.as<std::u16string>());
+        result = bindText(parameter, value.as<std::u16string>());
     else if (value.is<std::int64_t>())
         result = sqlite3_bind_int64(handle_, parameter, value.as<std::int64_t>());
     else if (value.is<std::int32_t>())
@@ -142,19 +144,22 @@ SqliteStatement& SqliteStatement::bind(int parameter, const automation::Value& v
     return *this;
 }
 
-void SqliteStatement::bindText(int parameter, std::u16string_view text) {
-    int result = SQLITE_OK;
-    if (connection_->usesUtf8()) {
-        const std::string bytes = base::toUtf8(text);
-        result = sqlite3_bind_text(handle_, parameter, bytes.data(), bytesOf(bytes.size()), SQLITE_TRANSIENT);
-    } else {
-        // The library takes a leading byte order mark off, so one more goes in front of it.
-        std::u16string units(startsWithByteOrderMark(text) ? u"\uFEFF" : u"");
-        units += text;
-        result = sqlite3_bind_text16(handle_, parameter, units.data(),
-                                     bytesOf(units.size() * sizeof(char16_t)), SQLITE_TRANSIENT);
-    }
-    if (result != SQLITE_OK) connection_->failWithLast();
+int SqliteStatement::bindText(int parameter, std::u16string_view text) {
+    if (connection_->usesUtf8()) return bindUtf8(parameter, text);
+    // The library takes a leading byte order mark off, so one more goes in front of it.
+    std::u16string units(startsWithByteOrderMark(text) ? u"\uFEFF" : u"");
+    units += text;
+    return sqlite3_bind_text16(handle_, parameter, units.data(), bytesOf(units.size() * sizeof(char16_t)),
+                               SQLITE_TRANSIENT);
+}
+
+int SqliteStatement::bindUtf8(int parameter, std::u16string_view text) {
+    const auto index = static_cast<std::size_t>(parameter) - 1;
+    if (texts_.empty()) texts_.resize(static_cast<std::size_t>(sqlite3_bind_parameter_count(handle_)));
+    if (index >= texts_.size()) return SQLITE_RANGE;
+    std::string& bytes = texts_[index];
+    base::toUtf8(text, bytes);
+    return sqlite3_bind_text(handle_, parameter, bytes.data(), bytesOf(bytes.size()), SQLITE_STATIC);
 }
 
 int SqliteStatement::columnCount() const noexcept { return sqlite3_column_count(handle_); }
@@ -215,6 +220,8 @@ SqliteConnection::SqliteConnection(const std::string& location, bool isAddress) 
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_set_authorizer(handle_, &SqliteConnection::authorize, this);
+    sqlite3_create_function(handle_, "log_file_version", 0, SQLITE_UTF8 | SQLITE_DIRECTONLY, this,
+                            &SqliteConnection::answerFileVersion, nullptr, nullptr);
 }
 
 SqliteConnection::~SqliteConnection() {
@@ -246,6 +253,12 @@ void SqliteConnection::runPrepared(SqliteStatement& statement, std::string_view 
 std::int64_t SqliteConnection::integer(std::string_view sql) {
     SqliteStatement statement = prepare(sql);
     return statement.step() ? statement.integer(0) : 0;
+}
+
+std::int64_t SqliteConnection::fileVersion() const noexcept {
+    unsigned version = 0;
+    sqlite3_file_control(handle_, "main", SQLITE_FCNTL_DATA_VERSION, &version); // cannot fail for "main"
+    return version;
 }
 
 std::int64_t SqliteConnection::changes() const noexcept { return sqlite3_changes(handle_); }
@@ -282,6 +295,11 @@ int SqliteConnection::authorize(void* self, int action, const char* first, const
         }
     }
     return SQLITE_OK;
+}
+
+void SqliteConnection::answerFileVersion(sqlite3_context* context, int, sqlite3_value**) {
+    const auto* connection = static_cast<const SqliteConnection*>(sqlite3_user_data(context));
+    sqlite3_result_int64(context, connection->fileVersion());
 }
 
 SqliteTransaction::SqliteTransaction(SqliteConnection& connection)

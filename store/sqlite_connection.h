@@ -9,7 +9,9 @@
 #include <vector>
 
 struct sqlite3;
+struct sqlite3_context;
 struct sqlite3_stmt;
+struct sqlite3_value;
 
 // The C library as this folder uses it: every failure is an AutomationError.
 //
@@ -53,10 +55,12 @@ public:
     bool wasCompiledAnew() noexcept;
 
 private:
-    void bindText(int parameter, std::u16string_view text);
+    int bindText(int parameter, std::u16string_view text);
+    int bindUtf8(int parameter, std::u16string_view text);
 
     SqliteConnection* connection_ = nullptr;
     sqlite3_stmt* handle_ = nullptr;
+    std::vector<std::string> texts_; // what is bound, a parameter each: the library does not copy it
 };
 
 /// A table that a statement deletes from or changes.
@@ -80,7 +84,12 @@ public:
     void begin() { runPrepared(begin_, "begin immediate"); }
     void commit() { runPrepared(commit_, "commit"); }
     std::int64_t integer(std::string_view sql);
+    /// fileVersion() in a statement, which asks with the file held.
+    static constexpr std::u16string_view kFileVersion = u"log_file_version()";
 
+    /// Changes with every change of the file, by this connection or any other. Known without a look at the file:
+    /// another program's change shows from the next statement on.
+    std::int64_t fileVersion() const noexcept;
     std::int64_t changes() const noexcept;
     /// The number of the row that was inserted last.
     std::int64_t lastRow() const noexcept;
@@ -96,6 +105,7 @@ public:
 
 private:
     void runPrepared(SqliteStatement& statement, std::string_view sql);
+    static void answerFileVersion(sqlite3_context* context, int count, sqlite3_value** arguments);
     static int authorize(void* self, int action, const char* first, const char*, const char*, const char*);
 
     sqlite3* handle_ = nullptr;

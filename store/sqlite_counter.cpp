@@ -85,6 +85,12 @@ std::u16string rowOrder(const TableInfo& table) {
     fail(EngineError::NotAvailable, u"The table's rows have no order to be numbered in.");
 }
 
+void refreshMark(SqliteConnection& connection, const std::u16string& table, const std::u16string& column) {
+    const std::int64_t highest = highestInTable(connection, table, column);
+    if (highest > lastNumberIn(connection, table, column).value_or(0))
+        setLastNumberIn(connection, table, column, highest);
+}
+
 void execute(SqliteConnection& connection, const std::u16string& sql) { connection.prepare(sql).run(); }
 
 void rebuildWithKey(SqliteConnection& connection, const TableInfo& before, const std::u16string& column) {
@@ -141,8 +147,8 @@ void addCounterColumn(SqliteConnection& connection, std::u16string_view table, s
     transaction.commit();
 }
 
-std::int64_t refreshMark(SqliteConnection& connection, const std::u16string& table,
-                         const std::u16string& column) {
+std::int64_t highestInTable(SqliteConnection& connection, const std::u16string& table,
+                            const std::u16string& column) {
     const std::u16string name = quotedName(column);
     const std::u16string from = u" from " + quotedName(table);
     SqliteStatement highest = connection.prepare(u"select max(" + name + u")" + from);
@@ -152,10 +158,7 @@ std::int64_t refreshMark(SqliteConnection& connection, const std::u16string& tab
                                      u") = 'integer'");
         found = highest.step() ? highest.value(0) : automation::Value(automation::Null{});
     }
-    const std::int64_t inTable = found.is<automation::Null>() ? 0 : highest.integer(0);
-    const std::int64_t remembered = lastNumberIn(connection, table, column).value_or(0);
-    if (inTable > remembered) setLastNumberIn(connection, table, column, inTable);
-    return std::max(inTable, remembered);
+    return found.is<automation::Null>() ? 0 : std::max<std::int64_t>(highest.integer(0), 0);
 }
 
 void refreshMarks(SqliteConnection& connection, std::u16string_view table) {

@@ -13,12 +13,12 @@ inline constexpr std::int64_t kLastCounter = 0x7FFFFFFF;
 /// table that has a primary key keeps that and gets an indexed column whose numbers this engine gives.
 void addCounterColumn(SqliteConnection& connection, std::u16string_view table, std::u16string_view column);
 
-/// Makes sure that the highest number of a column which is numbered by mark is remembered, whatever happens
-/// to its row afterwards, and returns the highest one ever given. To be called within a transaction.
-std::int64_t refreshMark(SqliteConnection& connection, const std::u16string& table,
-                         const std::u16string& column);
+/// The highest whole number in a column, 0 where there is none.
+std::int64_t highestInTable(SqliteConnection& connection, const std::u16string& table,
+                            const std::u16string& column);
 
-/// refreshMark for every such column of a table; none for a table that does not exist.
+/// Makes sure that the highest number of each column which is numbered by mark is remembered, whatever happens to its
+/// row afterwards. To be called within a transaction; nothing happens for a table that does not exist.
 void refreshMarks(SqliteConnection& connection, std::u16string_view table);
 
 } // namespace cvlog::store

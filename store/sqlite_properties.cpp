@@ -61,25 +61,16 @@ void setLastNumberIn(SqliteConnection& connection, std::u16string_view table, st
                 table, column, number);
 }
 
-LastNumber::LastNumber(SqliteConnection& connection, std::u16string_view table, std::u16string_view column)
-    : connection_(connection),
-      get_(connection.prepare(std::string_view(
-          "select LastNumber from SysColumnProperties where TableName = ?1 and ColumnName = ?2"))),
-      set_(connection.prepare(std::string_view("update SysColumnProperties set LastNumber = ?3 "
-                                               "where TableName = ?1 and ColumnName = ?2"))) {
-    get_.bind(1, table).bind(2, column);
-    set_.bind(1, table).bind(2, column);
-}
-
-std::int64_t LastNumber::get() {
-    const std::int64_t number = get_.step() ? get_.integer(0) : 0;
-    get_.reset();
-    return number;
-}
-
-bool LastNumber::set(std::int64_t number) {
-    set_.bind(3, number).run();
-    return connection_.changes() == 1;
+void lowerLastNumberIn(SqliteConnection& connection, std::u16string_view table, std::u16string_view column,
+                       std::int64_t from, std::int64_t to) {
+    connection
+        .prepare(std::string_view("update SysColumnProperties set LastNumber = ?4 "
+                                  "where TableName = ?1 and ColumnName = ?2 and LastNumber = ?3"))
+        .bind(1, table)
+        .bind(2, column)
+        .bind(3, from)
+        .bind(4, to)
+        .run();
 }
 
 void forgetProperties(SqliteConnection& connection, std::u16string_view table, std::u16string_view column) {

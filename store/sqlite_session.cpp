@@ -28,18 +28,11 @@ void SqliteSession::add(SessionPart& part) { parts_.push_back(&part); }
 void SqliteSession::remove(SessionPart& part) noexcept { std::erase(parts_, &part); }
 
 std::int64_t SqliteSession::schemaVersion() {
-    return (ask(forReading(), schemaVersion_, "pragma schema_version") << 24) + columnChanges_;
-}
-
-std::int64_t SqliteSession::contentVersion() {
-    return (ask(forReading(), dataVersion_, "pragma data_version") << 24) + statements_;
-}
-
-std::int64_t SqliteSession::ask(SqliteConnection& connection, SqliteStatement& statement, const char* sql) {
-    if (!statement) statement = connection.prepare(std::string_view(sql));
-    const std::int64_t version = statement.step() ? statement.integer(0) : 0;
-    statement.reset();
-    return version;
+    SqliteConnection& connection = forReading();
+    if (!schemaVersion_) schemaVersion_ = connection.prepare(std::string_view("pragma schema_version"));
+    const std::int64_t version = schemaVersion_.step() ? schemaVersion_.integer(0) : 0;
+    schemaVersion_.reset();
+    return (version << 24) + columnChanges_;
 }
 
 void SqliteSession::close() noexcept {
@@ -50,7 +43,6 @@ void SqliteSession::close() noexcept {
         part->endWithSession();
     }
     schemaVersion_ = {};
-    dataVersion_ = {};
     connection_.reset();
 }
 

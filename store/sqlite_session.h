@@ -39,8 +39,6 @@ public:
     /// Changes when any program changes a table's definition, and when this one changes what a column allows.
     std::int64_t schemaVersion();
     void noteColumnChange() noexcept { ++columnChanges_; }
-    /// Changes when a program other than this one, or a statement of the host, changes the file.
-    std::int64_t contentVersion();
     void noteStatement() noexcept { ++statements_; }
     /// Changes when the host's statements or we may have changed a definition; known without asking the file.
     std::int64_t ownChanges() const noexcept { return statements_ + columnChanges_; }
@@ -49,11 +47,8 @@ public:
     void close() noexcept;
 
 private:
-    static std::int64_t ask(SqliteConnection& connection, SqliteStatement& statement, const char* sql);
-
     std::unique_ptr<SqliteConnection> connection_;
     SqliteStatement schemaVersion_;
-    SqliteStatement dataVersion_;
     std::vector<SessionPart*> parts_;
     std::int64_t statements_ = 0;
     std::int64_t columnChanges_ = 0;

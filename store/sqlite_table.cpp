@@ -1,6 +1,7 @@
 #include "store/sqlite_table.h"
 
 #include "automation/error.h"
+#include "base/failure.h"
 #include "store/engine_error.h"
 #include "store/sqlite_counter.h"
 #include "store/sqlite_snapshot.h"
@@ -15,6 +16,8 @@ namespace {
 
 // How far before its end a counter is looked at before each row.
 constexpr std::int64_t kNearEnd = 1 << 24;
+// Statements that are kept for rows made of different columns.
+constexpr std::size_t kStatements = 32;
 
 } // namespace
 
@@ -95,7 +98,8 @@ void SqliteTable::endWithSession() noexcept {
     if (rows_ && session_) rows_->close();
     rows_.reset();
     statements_.clear();
-    mark_.reset();
+    if (numbers_ && session_) base::ignoring([&] { numbers_->giveBack(session_->forReading()); });
+    numbers_.reset();
     adding_ = false;
     session_.reset();
 }
@@ -121,12 +125,13 @@ void SqliteTable::readAnew() {
     schemaVersion_ = version;
     ownChanges_ = session_->ownChanges();
     doubted_ = false;
-    markedAt_ = -1;
-    mark_.reset();
     nearEnd_ = true;
     counter_.reset();
     for (std::size_t i = 0; i < table_.columns.size() && !counter_; ++i)
         if (table_.columns[i].numbering != Numbering::None) counter_ = i;
+    const bool sameNumbers = numbers_ && isNumbered(Numbering::ByMark) &&
+                             numbers_->isOf(table_.name, table_.columns[*counter_].name);
+    if (!sameNumbers) numbers_.reset();
 }
 
 bool SqliteTable::readAnewIfChanged() {
@@ -154,41 +159,50 @@ SqliteTable::NewRow SqliteTable::movedToNewColumns(NewRow row, const TableInfo& 
     return moved;
 }
 
-bool SqliteTable::isNumberedByEngine() const {
-    return counter_ && table_.columns[*counter_].numbering == Numbering::ByEngine;
+bool SqliteTable::isNumbered(Numbering numbering) const {
+    return counter_ && table_.columns[*counter_].numbering == numbering;
 }
 
 void SqliteTable::insert(SqliteConnection& connection, const NewRow& row) {
-    if (counter_ && table_.columns[*counter_].numbering == Numbering::ByMark)
-        insertMarked(connection, row);
-    else
-        runInsert(connection, row, std::nullopt);
+    if (!isNumbered(Numbering::ByMark)) {
+        const bool checked = nearEnd_ && isNumbered(Numbering::ByEngine);
+        runInsert(connection, row, checked ? Condition::CounterNotEnded : Condition::None, nullptr);
+        if (isNumbered(Numbering::ByEngine)) checkCounter(connection);
+    } else if (!insertUnlessDisturbed(connection, row)) {
+        insertNumbered(connection, row);
+    }
 }
 
-void SqliteTable::insertMarked(SqliteConnection& connection, const NewRow& row) {
-    const std::u16string& column = table_.columns[*counter_].name;
+// One statement, as long as nobody else has changed the file since the last row.
+bool SqliteTable::insertUnlessDisturbed(SqliteConnection& connection, const NewRow& row) {
+    if (!numbers_) return false;
+    const auto next = numbers_->fromBlock(session_->ownChanges());
+    if (!next) return false;
+    runInsert(connection, row, Condition::FileUnchanged, &*next);
+    if (connection.changes() == 0) return false;
+    numbers_->noteGiven(*next, connection.fileVersion());
+    return true;
+}
+
+void SqliteTable::insertNumbered(SqliteConnection& connection, const NewRow& row) {
+    if (!numbers_) numbers_.emplace(table_.name, table_.columns[*counter_].name);
     SqliteTransaction transaction(connection);
-    const std::int64_t version = session_->contentVersion();
-    if (version != markedAt_) mark_.reset();
-    const std::int64_t last = mark_ ? mark_->get() : refreshMark(connection, table_.name, column);
-    if (last >= kLastCounter) fail(EngineError::CounterExhausted, u"The counter has no more numbers.");
-    runInsert(connection, row, last + 1);
-    if (!mark_ || !mark_->set(last + 1)) setLastNumberIn(connection, table_.name, column, last + 1);
-    if (!mark_) mark_.emplace(connection, table_.name, column); // before the commit: nothing fails after it
+    const ReservedNumbers::Next next = numbers_->fromNewBlock(connection, session_->ownChanges());
+    runInsert(connection, row, Condition::None, &next);
     transaction.commit();
-    markedAt_ = version;
+    numbers_->noteGiven(next, connection.fileVersion());
 }
 
-void SqliteTable::runInsert(SqliteConnection& connection, const NewRow& row,
-                            std::optional<std::int64_t> number) {
-    SqliteStatement& statement = statementFor(connection, row);
+void SqliteTable::runInsert(SqliteConnection& connection, const NewRow& row, Condition condition,
+                            const ReservedNumbers::Next* next) {
+    SqliteStatement& statement = statementFor(connection, row, condition);
     int parameter = 1;
-    if (number) statement.bind(parameter++, *number);
+    if (next) statement.bind(parameter++, next->number);
     for (const auto& value : row)
         if (value) statement.bind(parameter++, *value);
+    if (condition == Condition::FileUnchanged) statement.bind(parameter, next->fileVersion);
     statement.run();
     doubted_ = doubted_ || statement.wasCompiledAnew();
-    if (isNumberedByEngine()) checkCounter(connection);
 }
 
 // A counter ends at 32 bits, long before the library's own numbers do. Near the end the statement looks
@@ -205,32 +219,48 @@ void SqliteTable::checkCounter(SqliteConnection& connection) {
     fail(EngineError::CounterExhausted, u"The counter has no more numbers.");
 }
 
-SqliteStatement& SqliteTable::statementFor(SqliteConnection& connection, const NewRow& row) {
-    std::vector<bool> set(row.size() + 1);
-    set.back() = nearEnd_;
-    std::transform(row.begin(), row.end(), set.begin(), [](const auto& value) { return value.has_value(); });
-    const auto found = statements_.find(set);
-    if (found != statements_.end()) return found->second;
-    SqliteStatement statement = connection.prepare(insertText(row));
-    doubted_ = doubted_ || session_->schemaVersion() != schemaVersion_;
-    return statements_.emplace(std::move(set), std::move(statement)).first->second;
+bool SqliteTable::Prepared::isFor(const NewRow& row, Condition wanted) const noexcept {
+    return condition == wanted &&
+           std::equal(row.begin(), row.end(), set.begin(), set.end(),
+                      [](const auto& value, bool isSet) { return value.has_value() == isSet; });
 }
 
-std::u16string SqliteTable::insertText(const NewRow& row) const {
+SqliteStatement& SqliteTable::statementFor(SqliteConnection& connection, const NewRow& row,
+                                           Condition condition) {
+    const auto found = std::find_if(statements_.begin(), statements_.end(),
+                                    [&](const Prepared& prepared) { return prepared.isFor(row, condition); });
+    if (found != statements_.end()) {
+        if (found != statements_.begin()) std::iter_swap(found, statements_.begin());
+        return statements_.front().statement;
+    }
+    Prepared prepared{std::vector<bool>(row.size()), condition,
+                      connection.prepare(insertText(row, condition))};
+    std::transform(row.begin(), row.end(), prepared.set.begin(),
+                   [](const auto& value) { return value.has_value(); });
+    doubted_ = doubted_ || session_->schemaVersion() != schemaVersion_;
+    statements_.push_front(std::move(prepared));
+    if (statements_.size() > kStatements) statements_.pop_back();
+    return statements_.front().statement;
+}
+
+std::u16string SqliteTable::insertText(const NewRow& row, Condition condition) const {
     std::u16string columns;
     std::u16string values;
     const auto append = [&](const std::u16string& column, std::u16string_view value) {
         columns += (columns.empty() ? u"" : u", ") + quotedName(column);
         values += (values.empty() ? u"" : u", ") + std::u16string(value);
     };
-    if (counter_) append(table_.columns[*counter_].name, isNumberedByEngine() ? u"null" : u"?");
+    if (counter_) append(table_.columns[*counter_].name, isNumbered(Numbering::ByEngine) ? u"null" : u"?");
     for (std::size_t i = 0; i < row.size(); ++i)
         if (row[i]) append(table_.columns[i].name, u"?");
     const std::u16string start = u"insert into " + quotedName(table_.name);
     if (columns.empty()) return start + u" default values";
-    if (!isNumberedByEngine() || !nearEnd_) return start + u" (" + columns + u") values (" + values + u")";
-    return start + u" (" + columns + u") select " + values +
-           u" where (select coalesce(max(seq), 0) from sqlite_sequence where name = " +
+    const std::u16string into = start + u" (" + columns + u") ";
+    if (condition == Condition::None) return into + u"values (" + values + u")";
+    const std::u16string select = into + u"select " + values + u" where ";
+    if (condition == Condition::FileUnchanged)
+        return select + std::u16string(SqliteConnection::kFileVersion) + u" = ?";
+    return select + u"(select coalesce(max(seq), 0) from sqlite_sequence where name = " +
            quotedText(table_.name) + u") < 2147483647";
 }
 

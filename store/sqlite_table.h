@@ -1,11 +1,11 @@
 #pragma once
 
 #include "store/described_database.h"
-#include "store/sqlite_properties.h"
+#include "store/sqlite_numbers.h"
 #include "store/sqlite_schema.h"
 #include "store/sqlite_session.h"
 
-#include <map>
+#include <deque>
 #include <optional>
 
 namespace cvlog::store {
@@ -36,6 +36,14 @@ public:
 
 private:
     using NewRow = std::vector<std::optional<automation::Value>>; // a column each; none: its default
+    enum class Condition { None, CounterNotEnded, FileUnchanged };
+    struct Prepared {
+        std::vector<bool> set; // a column each
+        Condition condition;
+        SqliteStatement statement;
+
+        bool isFor(const NewRow& row, Condition wanted) const noexcept;
+    };
 
     void beforeWrite() override {}
     void endWithSession() noexcept override;
@@ -46,12 +54,14 @@ private:
     std::size_t indexOf(std::u16string_view column);
     NewRow movedToNewColumns(NewRow row, const TableInfo& before) const;
     void insert(SqliteConnection& connection, const NewRow& row);
-    void insertMarked(SqliteConnection& connection, const NewRow& row);
-    void runInsert(SqliteConnection& connection, const NewRow& row, std::optional<std::int64_t> number);
-    SqliteStatement& statementFor(SqliteConnection& connection, const NewRow& row);
-    bool isNumberedByEngine() const;
+    void insertNumbered(SqliteConnection& connection, const NewRow& row);
+    bool insertUnlessDisturbed(SqliteConnection& connection, const NewRow& row);
+    void runInsert(SqliteConnection& connection, const NewRow& row, Condition condition,
+                   const ReservedNumbers::Next* next);
+    SqliteStatement& statementFor(SqliteConnection& connection, const NewRow& row, Condition condition);
+    bool isNumbered(Numbering numbering) const;
     void checkCounter(SqliteConnection& connection);
-    std::u16string insertText(const NewRow& row) const;
+    std::u16string insertText(const NewRow& row, Condition condition) const;
 
     std::shared_ptr<SqliteSession> session_;
     std::shared_ptr<SqliteSnapshot> rows_;
@@ -60,12 +70,11 @@ private:
     std::int64_t ownChanges_ = 0;        // of the session, when the definition was known to be right
     bool doubted_ = false;               // another program has changed some definition
     std::optional<std::size_t> counter_; // the column numbered by anybody but the host
-    std::int64_t markedAt_ = -1;         // the content version at which the mark was right
-    std::optional<LastNumber> mark_;     // at that version
-    bool nearEnd_ = true;                // the counter may be about to end
+    std::optional<ReservedNumbers> numbers_;
+    bool nearEnd_ = true; // the counter may be about to end
     bool adding_ = false;
     NewRow newRow_;
-    std::map<std::vector<bool>, SqliteStatement> statements_;
+    std::deque<Prepared> statements_; // the ones used last in front
 };
 
 /// The value as a column keeps it: Null, a whole or real number, or text. Throws when the column refuses it.

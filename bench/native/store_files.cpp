@@ -67,20 +67,33 @@ void BareDatabase::fill(int rows) {
 }
 
 void BareDatabase::requireCount(int rows) {
-    sqlite3_stmt* statement = prepare("select count(*) from LogInfo");
-    require(sqlite3_step(statement) == SQLITE_ROW, handle_);
-    const int found = sqlite3_column_int(statement, 0);
-    sqlite3_finalize(statement);
+    const int found = integer("select count(*) from LogInfo");
     if (found == rows) return;
     std::fprintf(stderr, "%d records were written, %d are there\n", rows, found);
     std::exit(2);
 }
 
 void BareDatabase::insertRecords(int count) {
-    if (!insert_)
-        insert_ = prepare("insert into LogInfo (MethodName, ObjectName, ObjectType, LogMessage, "
-                          "ReturnMessage, Errors) values (?1, ?2, ?3, ?4, ?5, ?6)");
-    for (int i = 0; i < count; ++i) insert(insert_);
+    if (!insert_) {
+        insert_ = prepare("insert into LogInfo (RecordNum, MethodName, ObjectName, ObjectType, LogMessage, "
+                          "ReturnMessage, Errors) values (?7, ?1, ?2, ?3, ?4, ?5, ?6)");
+        const bool numbersItself =
+            integer(
+                "select count(*) from pragma_table_info('LogInfo') where name = 'RecordNum' and pk > 0") != 0;
+        if (!numbersItself) lastNumber_ = integer("select max(RecordNum) from LogInfo");
+    }
+    for (int i = 0; i < count; ++i) {
+        if (lastNumber_ > 0) sqlite3_bind_int(insert_, 7, ++lastNumber_);
+        insert(insert_);
+    }
+}
+
+int BareDatabase::integer(const char* sql) {
+    sqlite3_stmt* statement = prepare(sql);
+    require(sqlite3_step(statement) == SQLITE_ROW, handle_);
+    const int result = sqlite3_column_int(statement, 0);
+    sqlite3_finalize(statement);
+    return result;
 }
 
 sqlite3_stmt* BareDatabase::prepare(const char* sql) {

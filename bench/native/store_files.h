@@ -43,15 +43,18 @@ public:
     void fill(int rows);
     /// Ends the program unless the table holds so many rows.
     void requireCount(int rows);
-    /// Inserts the record that the measured log writes, so many times, each a transaction of its own.
+    /// Inserts the record that the measured log writes, so many times, each a transaction of its own. Rows of a table
+    /// that does not number them itself are numbered from above the highest number there was at the first call.
     void insertRecords(int count);
 
 private:
     sqlite3_stmt* prepare(const char* sql);
     void insert(sqlite3_stmt* statement);
+    int integer(const char* sql);
 
     sqlite3* handle_ = nullptr;
     sqlite3_stmt* insert_ = nullptr;
+    int lastNumber_ = 0;
 };
 
 } // namespace cvlog::bench
