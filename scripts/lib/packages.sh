@@ -1,6 +1,6 @@
 # What each half needs, by Debian package name.
 
-native_packages=(g++ cmake make libgtest-dev libsqlite3-dev)
+native_packages=(g++ cmake make libgtest-dev libsqlite3-dev sqlite3)
 windows_packages=(
     g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev googletest
     wine wine64 xvfb xdotool imagemagick fonts-wine fonts-wqy-microhei locales

@@ -1,5 +1,6 @@
 #include "automation/error.h"
 #include "store/sqlite_engine.h"
+#include "tests/store/command_line.h"
 #include "tests/store/failing_disk.h"
 #include "tests/store/store_files.h"
 
@@ -93,6 +94,9 @@ TEST_P(SqliteFaults, whatWasAcknowledgedIsThereAndNothingElse) {
         disk.watch(nullptr);
         StockDatabase stock(folder.native(kFile));
         EXPECT_EQ(stock.ask("pragma integrity_check"), "ok") << "failing " << failing;
+        EXPECT_EQ(linesOf(askCommandLine(folder.native(kFile), "select LogMessage from LogInfo")),
+                  acknowledged)
+            << "failing " << failing;
         EXPECT_EQ(linesOf(stock.ask("select LogMessage from LogInfo")), acknowledged)
             << "failing " << failing;
     }
