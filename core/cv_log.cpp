@@ -1,6 +1,8 @@
 #include "core/cv_log.h"
 
+#include "base/failure.h"
 #include "base/text.h"
+#include "hostapi/host_window.h"
 
 namespace cvlog::core {
 
@@ -29,6 +31,14 @@ constexpr std::int16_t kKeyF1 = 112;
 constexpr std::int16_t kKeyF10 = 121;
 constexpr std::int16_t kShiftBit = 1;
 
+// The host's window sees the key as if it had been pressed there.
+void passKeyOn(Globals& globals, std::int16_t code) noexcept {
+    base::ignoring([&] {
+        const hostapi::HostWindow parent(globals.placement.Parent);
+        globals.platform.windowMessages.postKeyDown(parent.hwnd(), code);
+    });
+}
+
 } // namespace
 
 void CVLog::FireEvent(std::u16string_view name, std::span<Value> arguments) {
@@ -44,6 +54,7 @@ void CVLog::FireEvent(std::u16string_view name, std::span<Value> arguments) {
         events_.raise(kKeyDown, converted);
         arguments[0] = automation::toInt16(converted[0]);
         arguments[1] = automation::toInt16(converted[1]);
+        passKeyOn(globals_, arguments[0].as<std::int16_t>());
     }
 }
 

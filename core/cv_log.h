@@ -22,7 +22,8 @@ public:
     automation::EventSource& events() noexcept { return events_; }
 
     /// Raises an event by its name (case does not matter); an unknown name raises nothing, and so does any name while
-    /// an expansion is busy. `arguments` are written back where the event passes them by reference.
+    /// an expansion is busy. `arguments` are written back where the event passes them by reference. A "KeyDown" is then
+    /// posted to the window of the host's container, with what the handlers made of the key code.
     void FireEvent(std::u16string_view name, std::span<automation::Value> arguments = {});
 
     /// A key that the host forwards: F1 asks for help, Shift+F10 for the popup menu. A handled key code becomes 0.

@@ -15,6 +15,7 @@
 #include "ports/screens.h"
 #include "ports/settings_store.h"
 #include "ports/text_measurer.h"
+#include "ports/window_messages.h"
 #include "resources/string_table.h"
 #include "store/engine.h"
 #include "widgets/image_list.h"
@@ -44,6 +45,7 @@ struct Platform {
     ports::TextMeasurer& measurer;
     ports::Pictures& pictures;
     ports::Screens& screens;
+    ports::WindowMessages& windowMessages;
     widgets::PeerFactory& peers;
     store::Engine& engine;
     resources::Language language;
@@ -51,9 +53,20 @@ struct Platform {
     /// The services of a body, which names them as here.
     template <class Services>
     static Platform of(Services& services, store::Engine& engine) {
-        return {services.clock,    services.messages, services.files,   services.settings, services.collator,
-                services.measurer, services.pictures, services.screens, services.peers,    engine,
-                services.language};
+        return {
+            .clock = services.clock,
+            .messages = services.messages,
+            .files = services.files,
+            .settings = services.settings,
+            .collator = services.collator,
+            .measurer = services.measurer,
+            .pictures = services.pictures,
+            .screens = services.screens,
+            .windowMessages = services.windowMessages,
+            .peers = services.peers,
+            .engine = engine,
+            .language = services.language,
+        };
     }
 };
 

@@ -45,7 +45,7 @@ void FrmLog::localise() {
 
 void FrmLog::showBeside(const hostapi::HostWindow& owner) {
     if (!form_) return;
-    if (!base::ignoring([&] { form_->show(owner.handle()); })) base::ignoring([&] { form_->show(); });
+    if (!base::ignoring([&] { form_->show(owner.hwnd()); })) base::ignoring([&] { form_->show(); });
     bringToFront();
 }
 

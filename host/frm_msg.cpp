@@ -42,7 +42,7 @@ private:
 };
 
 std::int32_t mainWindow(core::Globals& globals) {
-    return base::valueOr(0, [&] { return globals.store.Workspace.mainWindow().handle(); });
+    return base::valueOr(0, [&] { return globals.store.Workspace.mainWindow().hwnd(); });
 }
 
 } // namespace

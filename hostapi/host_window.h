@@ -20,7 +20,7 @@ public:
 class HostWindow : public LateBound {
 public:
     using LateBound::LateBound;
-    std::int32_t handle() const { return number(u"hwnd"); }
+    std::int32_t hwnd() const { return number(u"hwnd"); }
     /// Nothing when the window has no control of that name.
     HostControl control(std::u16string_view name) const {
         return HostControl(Collection(objectOf(u"Controls")).item(name));

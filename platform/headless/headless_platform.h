@@ -10,6 +10,7 @@
 #include "platform/headless/memory_file_system.h"
 #include "platform/headless/memory_settings.h"
 #include "platform/headless/recording_message_boxes.h"
+#include "platform/headless/recording_window_messages.h"
 #include "resources/string_table.h"
 
 namespace cvlog::platform::headless {
@@ -29,6 +30,7 @@ struct HeadlessPlatform {
     HeadlessTextMeasurer measurer;
     HeadlessScreens screens;
     HeadlessPictures pictures{gate, files};
+    RecordingWindowMessages windowMessages{gate};
     HeadlessPeerFactory peers{gate};
     resources::Language language = resources::Language::English;
 };

@@ -11,6 +11,7 @@
 #include "platform/win32/settings_store.h"
 #include "platform/win32/text_measurer.h"
 #include "platform/win32/user_language.h"
+#include "platform/win32/window_messages.h"
 
 namespace cvlog::platform::win32 {
 
@@ -25,6 +26,7 @@ struct Services {
     Collator collator;
     TextMeasurer measurer;
     Pictures pictures{thisModule()};
+    WindowMessages windowMessages;
     PeerFactory peers{host};
     resources::Language language = userLanguage();
 };
