@@ -99,37 +99,54 @@ ComPtr<IConnectionPoint> defaultPoint(IDispatch* source) {
     return nullptr;
 }
 
+/// The arguments of an event: last one first, key codes by reference in the type that handlers declare, everything
+/// else by value.
+class EventArguments {
+public:
+    explicit EventArguments(std::span<const Value> values) : values_(values.size()), given_(values.size()) {
+        for (VARIANT& value : values_) VariantInit(&value);
+        for (std::size_t i = 0; i < values.size(); ++i) fill(values[i], values_.size() - 1 - i);
+    }
+    ~EventArguments() {
+        for (VARIANT& value : values_) VariantClear(&value);
+    }
+    EventArguments(const EventArguments&) = delete;
+    EventArguments& operator=(const EventArguments&) = delete;
+
+    DISPPARAMS parameters() { return {given_.data(), nullptr, static_cast<UINT>(given_.size()), 0}; }
+    Value value(std::size_t index) const { return fromVariant(values_[values_.size() - 1 - index]); }
+
+private:
+    void fill(const Value& value, std::size_t place) {
+        toVariant(value, &values_[place]);
+        given_[place] = values_[place]; // shares what the value owns; only the value is cleared
+        if (values_[place].vt != VT_I2) return;
+        given_[place].vt = VT_I2 | VT_BYREF;
+        given_[place].piVal = &values_[place].iVal;
+    }
+
+    std::vector<VARIANT> values_;
+    std::vector<VARIANT> given_;
+};
+
 /// A host's ear at one of our objects.
 class HostSink final : public EventSink {
 public:
     explicit HostSink(IDispatch* sink) : sink_(sink) {}
 
     void onEvent(std::int32_t id, std::span<Value> arguments) override {
-        std::vector<VARIANT> values(arguments.size());
-        std::vector<VARIANT> references(arguments.size());
-        for (std::size_t i = 0; i < arguments.size(); ++i)
-            makeReference(arguments[i], values[i], references[arguments.size() - 1 - i]);
-        DISPPARAMS parameters = {references.data(), nullptr, static_cast<UINT>(references.size()), 0};
+        EventArguments given(arguments);
+        DISPPARAMS parameters = given.parameters();
         const ComPtr<IDispatch> keep(sink_);
         keep->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, nullptr,
                      nullptr);
-        for (std::size_t i = 0; i < arguments.size(); ++i) {
-            base::ignoring([&] { arguments[i] = fromVariant(values[i]); });
-            VariantClear(&values[i]);
-        }
+        for (std::size_t i = 0; i < arguments.size(); ++i)
+            base::ignoring([&] { arguments[i] = given.value(i); });
     }
+
+    IUnknown* host() const noexcept { return sink_.Get(); }
 
 private:
-    // Key codes go by reference, in the type that handlers declare; everything else by value.
-    static void makeReference(const Value& value, VARIANT& place, VARIANT& reference) {
-        toVariant(value, &place);
-        reference = place; // shares what `place` owns; only `place` is cleared
-        if (place.vt == VT_I2) {
-            reference.vt = VT_I2 | VT_BYREF;
-            reference.piVal = &place.iVal;
-        }
-    }
-
     ComPtr<IDispatch> sink_;
 };
 
@@ -149,5 +166,10 @@ std::unique_ptr<automation::Connection> connectEvents(IDispatch* source, std::sh
 }
 
 std::shared_ptr<EventSink> makeHostSink(IDispatch* sink) { return std::make_shared<HostSink>(sink); }
+
+IUnknown* hostSinkOf(const EventSink& sink) noexcept {
+    const auto* host = dynamic_cast<const HostSink*>(&sink);
+    return host ? host->host() : nullptr;
+}
 
 } // namespace cvlog::com

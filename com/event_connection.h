@@ -18,4 +18,7 @@ std::unique_ptr<automation::Connection> connectEvents(IDispatch* source,
 /// A host's sink as one of ours, for the connections that hosts make to our objects.
 std::shared_ptr<automation::EventSink> makeHostSink(IDispatch* sink);
 
+/// What makeHostSink made a sink of, without a new reference; null for any other sink.
+IUnknown* hostSinkOf(const automation::EventSink& sink) noexcept;
+
 } // namespace cvlog::com

@@ -1,6 +1,7 @@
 #include "com/event_point.h"
 
 #include "com/com_ptr.h"
+#include "com/enumeration.h"
 #include "com/event_connection.h"
 #include "com/firewall.h"
 
@@ -10,56 +11,27 @@ namespace cvlog::com {
 
 namespace {
 
-/// Enumerates one connection point.
-class PointEnumeration final : public IEnumConnectionPoints {
-public:
-    PointEnumeration(ComPtr<IConnectionPoint> point, bool done) : point_(std::move(point)), done_(done) {}
+struct Points {
+    using Interface = IEnumConnectionPoints;
+    using Element = IConnectionPoint*;
+    using Item = ComPtr<IConnectionPoint>;
+    static Element give(const Item& item) noexcept {
+        item->AddRef();
+        return item.Get();
+    }
+};
 
-    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        if (!result) return E_POINTER;
-        const bool known = id == IID_IUnknown || id == IID_IEnumConnectionPoints;
-        *result = known ? this : nullptr;
-        if (!known) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
+struct Connections {
+    using Interface = IEnumConnections;
+    using Element = CONNECTDATA;
+    struct Item {
+        ComPtr<IUnknown> sink;
+        DWORD cookie;
+    };
+    static Element give(const Item& item) noexcept {
+        item.sink->AddRef();
+        return {item.sink.Get(), item.cookie};
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
-    STDMETHODIMP Next(ULONG count, IConnectionPoint** points, ULONG* fetched) override {
-        if (!points || (count > 1 && !fetched)) return E_POINTER;
-        const ULONG given = count > 0 && !done_ ? 1 : 0;
-        if (given) {
-            points[0] = point_.Get();
-            points[0]->AddRef();
-            done_ = true;
-        }
-        if (fetched) *fetched = given;
-        return given == count ? S_OK : S_FALSE;
-    }
-    STDMETHODIMP Skip(ULONG count) override {
-        const bool enough = count == 0 || (count == 1 && !done_);
-        done_ = done_ || count > 0;
-        return enough ? S_OK : S_FALSE;
-    }
-    STDMETHODIMP Reset() override {
-        done_ = false;
-        return S_OK;
-    }
-    STDMETHODIMP Clone(IEnumConnectionPoints** copy) override {
-        if (!copy) return E_POINTER;
-        *copy = new (std::nothrow) PointEnumeration(point_, done_);
-        return *copy ? S_OK : E_OUTOFMEMORY;
-    }
-
-private:
-    ModuleLock lock_;
-    std::atomic<ULONG> references_{1};
-    ComPtr<IConnectionPoint> point_;
-    bool done_;
 };
 
 } // namespace
@@ -100,15 +72,16 @@ STDMETHODIMP EventPoint::Unadvise(DWORD cookie) {
 }
 
 STDMETHODIMP EventPoint::EnumConnections(IEnumConnections** connections) {
-    if (!connections) return E_POINTER;
-    *connections = nullptr;
-    return E_NOTIMPL;
+    return firewall([&] {
+        std::vector<Connections::Item> items;
+        for (const auto& [cookie, sink] : source_.connections())
+            if (IUnknown* host = hostSinkOf(*sink)) items.push_back({host, cookie});
+        return Enumeration<Connections>::make(std::move(items), connections);
+    });
 }
 
 HRESULT enumeratePoints(IConnectionPoint* point, IEnumConnectionPoints** points) noexcept {
-    if (!points) return E_POINTER;
-    *points = new (std::nothrow) PointEnumeration(point, false);
-    return *points ? S_OK : E_OUTOFMEMORY;
+    return firewall([&] { return Enumeration<Points>::make({point}, points); });
 }
 
 } // namespace cvlog::com

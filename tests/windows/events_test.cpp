@@ -1,41 +1,13 @@
 // Events as a host's sink gets them through the connection point.
 
 #include "tests/windows/com_test.h"
-#include "tests/windows/script_host.h"
+#include "tests/windows/counting_sink.h"
 
 #include <ocidl.h>
 #include <olectl.h>
 
-#include <functional>
-#include <vector>
-
 namespace cvlog::tests {
 namespace {
-
-/// A host's sink that counts, and does something in its handler.
-class CountingSink final : public IDispatch {
-public:
-    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        const bool known = id == IID_IUnknown || id == IID_IDispatch || id == com::kLogEvents;
-        *result = known ? this : nullptr;
-        return known ? (AddRef(), S_OK) : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
-    STDMETHODIMP_(ULONG) Release() override { return --references; }
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
-    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        ids.push_back(id);
-        if (handler) handler();
-        return answer;
-    }
-
-    ULONG references = 1;
-    std::vector<DISPID> ids;
-    std::function<void()> handler;
-    HRESULT answer = S_OK;
-};
 
 class Events : public ComTest {
 protected:
