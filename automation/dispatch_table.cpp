@@ -81,9 +81,11 @@ Value invokeMember(Object& target, const Member& member, const CallArguments& ar
     converted.reserve(placed.size());
     for (std::size_t i = 0; i < placed.size(); ++i)
         converted.push_back(convertArgument(member, i, placed[i]));
+    const std::vector<Value> given = converted;
     Value result = member.handler(target, converted);
     for (std::size_t i = 0; i < placed.size(); ++i)
-        if (member.parameters[i].byReference && placed[i]) *placed[i] = converted[i];
+        if (member.parameters[i].byReference && placed[i] && !(converted[i] == given[i]))
+            *placed[i] = converted[i];
     return result;
 }
 

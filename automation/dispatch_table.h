@@ -30,7 +30,7 @@ struct Member {
     MemberKind kind;
     Type result;
     std::vector<Parameter> parameters;
-    /// Gets one converted value a parameter; what it writes into by-reference ones goes back to the caller.
+    /// Gets one converted value a parameter; what it changes in by-reference ones goes back to the caller.
     std::function<Value(Object&, std::span<Value>)> handler;
 };
 
@@ -63,8 +63,9 @@ struct CallArguments {
     std::vector<NamedArgument> named;
 };
 
-/// Converts the arguments for a member, runs it, and writes by-reference ones back. Throws AutomationError: bad
-/// count, unknown name, missing one that is not optional, type mismatch, overflow.
+/// Converts the arguments for a member, runs it, and writes back the by-reference ones that the member has changed; the
+/// others keep the value and the type that the caller gave them. Throws AutomationError: bad count, unknown name,
+/// missing one that is not optional, type mismatch, overflow.
 Value invokeMember(Object& target, const Member& member, const CallArguments& arguments);
 
 /// An object whose members are those of a table.

@@ -51,7 +51,6 @@ inline constexpr std::int32_t kException = of(0x80020009);
 inline constexpr std::int32_t kOverflow = of(0x8002000A);
 inline constexpr std::int32_t kBadParameterCount = of(0x8002000E);
 inline constexpr std::int32_t kParameterNotOptional = of(0x8002000F);
-inline constexpr std::int32_t kPointer = of(0x80004003);
 inline constexpr std::int32_t kFailure = of(0x80004005);
 inline constexpr std::int32_t kOutOfMemory = of(0x8007000E);
 inline constexpr std::int32_t kNoConnection = of(0x80040200);

@@ -1,13 +1,13 @@
 #include "com/dispatch_shell.h"
 
-#include "base/failure.h"
 #include "com/firewall.h"
 #include "com/foreign_object.h"
+#include "com/invoke_arguments.h"
 #include "com/object_bridge.h"
 #include "com/type_library.h"
 #include "com/variants.h"
 
-#include <vector>
+#include <algorithm>
 
 namespace cvlog::com {
 
@@ -17,51 +17,28 @@ using automation::Member;
 using automation::MemberKind;
 using automation::Value;
 
-/// The arguments of one Invoke: values, and the way back into by-reference variants.
-class InvokeArguments {
-public:
-    explicit InvokeArguments(DISPPARAMS& parameters) : parameters_(parameters) {
-        values_.reserve(parameters.cArgs);
-        for (UINT i = 0; i < parameters.cArgs; ++i) values_.push_back(fromVariant(parameters.rgvarg[i]));
-        given_ = values_;
-        for (UINT i = 0; i < parameters.cNamedArgs; ++i) addNamed(parameters.rgdispidNamedArgs[i], i);
-        for (UINT i = parameters.cArgs; i > parameters.cNamedArgs; --i)
-            call_.positional.push_back(&values_[i - 1]);
-        if (putValue_) call_.positional.push_back(putValue_);
-    }
-
-    const automation::CallArguments& call() const noexcept { return call_; }
-
-    void writeBackChanges() {
-        for (UINT i = 0; i < parameters_.cArgs; ++i)
-            if (!(values_[i] == given_[i])) writeBack(parameters_.rgvarg[i], values_[i]);
-    }
-
-private:
-    // The value of a property put is the last argument, whatever its name.
-    void addNamed(DISPID id, UINT index) {
-        if (id == DISPID_PROPERTYPUT)
-            putValue_ = &values_[index];
-        else
-            call_.named.push_back({id, &values_[index]});
-    }
-
-    DISPPARAMS& parameters_;
-    std::vector<Value> values_;
-    std::vector<Value> given_;
-    automation::CallArguments call_;
-    Value* putValue_ = nullptr;
-};
-
+// A property may be called like a method, as scripts do; a method is never run by a mere look at it.
 const Member* findMember(const automation::DispatchTable& table, DISPID id, WORD flags) {
     const Member* member = nullptr;
     if (flags & DISPATCH_METHOD) member = table.find(id, MemberKind::Method);
     if (!member && (flags & (DISPATCH_PROPERTYGET | DISPATCH_METHOD)))
         member = table.find(id, MemberKind::PropertyGet);
-    if (!member && (flags & DISPATCH_PROPERTYGET)) member = table.find(id, MemberKind::Method);
     if (!member && (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)))
         member = table.find(id, MemberKind::PropertyPut);
     return member;
+}
+
+// What is wrong with the arguments themselves is told by the result alone; all else is an exception of the member.
+bool isArgumentProblem(HRESULT code) {
+    return code == DISP_E_TYPEMISMATCH || code == DISP_E_OVERFLOW || code == DISP_E_BADPARAMCOUNT ||
+           code == DISP_E_PARAMNOTFOUND || code == DISP_E_PARAMNOTOPTIONAL;
+}
+
+HRESULT raise(const automation::AutomationError& error, EXCEPINFO* exception) {
+    setErrorInfo(error);
+    if (!exception) return failureOf(error);
+    fillExcepInfo(error, exception);
+    return DISP_E_EXCEPTION;
 }
 
 } // namespace
@@ -97,9 +74,16 @@ STDMETHODIMP DispatchShell::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
     return index == 0 && own ? typeInfoOf(*own, info) : DISP_E_BADINDEX;
 }
 
-STDMETHODIMP DispatchShell::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+STDMETHODIMP DispatchShell::InterfaceSupportsErrorInfo(REFIID id) {
+    const IID* own = dispatchInterface();
+    return id == IID_IDispatch || (own && id == *own) ? S_OK : S_FALSE;
+}
+
+STDMETHODIMP DispatchShell::GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
     return firewall([&]() -> HRESULT {
-        if (!names || !ids || count == 0) return E_INVALIDARG;
+        if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+        if (!names || !ids || count == 0 || std::find(names, names + count, nullptr) != names + count)
+            return E_INVALIDARG;
         const automation::DispatchTable& table = target_->dispatchTable();
         const std::u16string_view member = view(names[0], wcslen(names[0]));
         const auto id = table.idOf(member);
@@ -114,35 +98,38 @@ STDMETHODIMP DispatchShell::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, L
     });
 }
 
-STDMETHODIMP DispatchShell::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
+STDMETHODIMP DispatchShell::Invoke(DISPID id, REFIID reserved, LCID, WORD flags, DISPPARAMS* parameters,
                                    VARIANT* result, EXCEPINFO* exception, UINT* badArgument) {
-    return firewall([&] {
+    return firewall([&]() -> HRESULT {
+        if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+        const DISPPARAMS none = {};
+        const DISPPARAMS& given = parameters ? *parameters : none;
+        if (!isWellFormed(given)) return E_INVALIDARG;
+        const Member* member = findMember(target_->dispatchTable(), id, flags);
+        if (!member) return DISP_E_MEMBERNOTFOUND;
         // What runs may let go of the last reference to this object: nothing of it is used after the call.
         const std::shared_ptr<Apartment> keepApartment = apartment_;
         const std::shared_ptr<automation::DispatchObject> keepTarget = target_;
-        DISPPARAMS none = {};
-        return invokeTarget(id, flags, parameters ? *parameters : none, result, exception, badArgument);
+        return invokeMember(*keepTarget, *member, given, {result, exception, badArgument});
     });
 }
 
-HRESULT DispatchShell::invokeTarget(DISPID id, WORD flags, DISPPARAMS& parameters, VARIANT* result,
-                                    EXCEPINFO* exception, UINT* badArgument) {
-    const Member* member = findMember(target_->dispatchTable(), id, flags);
-    if (!member) return DISP_E_MEMBERNOTFOUND;
+HRESULT DispatchShell::invokeMember(automation::DispatchObject& target, const Member& member,
+                                    const DISPPARAMS& parameters, const InvokeAnswer& answer) {
     try {
-        InvokeArguments arguments(parameters);
-        const Value answer = automation::invokeMember(*target_, *member, arguments.call());
+        InvokeArguments arguments(parameters, member);
+        const Value result = automation::invokeMember(target, member, arguments.call());
         arguments.writeBackChanges();
-        if (result) toVariant(answer, result);
+        if (answer.result) toVariant(result, answer.result);
         return S_OK;
     } catch (const automation::ArgumentError& error) {
-        if (badArgument && error.parameter() < parameters.cArgs)
-            *badArgument = parameters.cArgs - 1 - static_cast<UINT>(error.parameter());
+        if (!isArgumentProblem(error.code())) return raise(error, answer.exception);
+        if (const auto bad = badArgumentOf(parameters, member, error); bad && answer.badArgument)
+            *answer.badArgument = *bad;
+        setErrorInfo(error);
         return error.code();
     } catch (const automation::AutomationError& error) {
-        if (!exception) throw;
-        fillExcepInfo(error, exception);
-        return DISP_E_EXCEPTION;
+        return raise(error, answer.exception);
     }
 }
 

@@ -30,7 +30,7 @@ public:
                                DISPID* ids) override;
     STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
                         VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
-    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID) override { return S_OK; }
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID id) override;
 
 protected:
     void* interfaceOf(REFIID id) noexcept override;
@@ -39,8 +39,14 @@ protected:
     Apartment& apartment() const noexcept { return *apartment_; }
 
 private:
-    HRESULT invokeTarget(DISPID id, WORD flags, DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception,
-                         UINT* badArgument);
+    /// Where the caller wants to be told; each may be null.
+    struct InvokeAnswer {
+        VARIANT* result;
+        EXCEPINFO* exception;
+        UINT* badArgument;
+    };
+    static HRESULT invokeMember(automation::DispatchObject& target, const automation::Member& member,
+                                const DISPPARAMS& parameters, const InvokeAnswer& answer);
 
     std::shared_ptr<Apartment> apartment_;
     std::shared_ptr<automation::DispatchObject> target_;

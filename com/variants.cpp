@@ -1,10 +1,14 @@
 #include "com/variants.h"
 
+#include "base/failure.h"
 #include "com/object_bridge.h"
 
 #include <ole2.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <new>
+#include <utility>
 
 namespace cvlog::com {
 
@@ -12,6 +16,17 @@ namespace {
 
 using automation::AutomationError;
 using automation::Value;
+
+/// A variant of our own, freed on every path.
+struct OwnVariant : VARIANT {
+    OwnVariant() { VariantInit(this); }
+    ~OwnVariant() { VariantClear(this); }
+    OwnVariant(const OwnVariant&) = delete;
+    OwnVariant& operator=(const OwnVariant&) = delete;
+};
+
+constexpr int kMostReferences = 8;
+constexpr std::u16string_view kOwnSource = u"CVLog3";
 
 [[noreturn]] void mismatch() { throw AutomationError(automation::code::kTypeMismatch, u"Type mismatch"); }
 
@@ -91,6 +106,51 @@ void setObject(const automation::ObjectRef& object, VARIANT* variant) {
     variant->pdispVal = dispatch;
 }
 
+std::size_t sizeOf(VARTYPE type) {
+    switch (type) {
+    case VT_I1:
+    case VT_UI1:
+        return 1;
+    case VT_I2:
+    case VT_UI2:
+    case VT_BOOL:
+        return 2;
+    case VT_I4:
+    case VT_UI4:
+    case VT_INT:
+    case VT_UINT:
+    case VT_R4:
+    case VT_ERROR:
+        return 4;
+    case VT_I8:
+    case VT_UI8:
+    case VT_R8:
+    case VT_CY:
+    case VT_DATE:
+        return 8;
+    case VT_BSTR:
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+        return sizeof(void*);
+    default:
+        mismatch();
+    }
+}
+
+// Puts the content of a variant in a place of the same type, and the other way round: what the place owned goes with the
+// variant, when the new content is already there.
+void exchange(VARTYPE type, void* place, VARIANT& made) {
+    if (type == VT_DECIMAL) {
+        // A variant has its type where a decimal has bits that mean nothing.
+        const USHORT kept = static_cast<DECIMAL*>(place)->wReserved;
+        *static_cast<DECIMAL*>(place) = made.decVal;
+        static_cast<DECIMAL*>(place)->wReserved = kept;
+        return;
+    }
+    auto* bytes = static_cast<std::byte*>(place);
+    std::swap_ranges(bytes, bytes + sizeOf(type), reinterpret_cast<std::byte*>(&made.llVal));
+}
+
 struct Filler {
     VARIANT* out;
     void operator()(automation::Empty) const { out->vt = VT_EMPTY; }
@@ -122,15 +182,18 @@ BSTR makeBstr(std::u16string_view text) {
 }
 
 Value fromVariant(const VARIANT& variant) {
-    if (variant.vt == VT_EMPTY) return {};
-    if (variant.vt == VT_NULL) return automation::Null{};
-    if (variant.vt == VT_DECIMAL) return fromDecimal(variant.decVal);
-    if ((variant.vt & VT_BYREF) == 0) return fromContent(variant.vt, &variant.llVal);
-    if (!variant.byref) throw AutomationError(automation::code::kPointer, u"Null reference");
-    const auto type = static_cast<VARTYPE>(variant.vt & ~VT_BYREF);
-    if (type == VT_VARIANT) return fromVariant(*variant.pvarVal);
-    if (type == VT_DECIMAL) return fromDecimal(*variant.pdecVal);
-    return fromContent(type, variant.byref);
+    const VARIANT* followed = &variant;
+    for (int i = 0; followed->vt == (VT_BYREF | VT_VARIANT); ++i) {
+        if (i == kMostReferences || !followed->pvarVal) mismatch();
+        followed = followed->pvarVal;
+    }
+    if (followed->vt == VT_EMPTY) return {};
+    if (followed->vt == VT_NULL) return automation::Null{};
+    if (followed->vt == VT_DECIMAL) return fromDecimal(followed->decVal);
+    if ((followed->vt & VT_BYREF) == 0) return fromContent(followed->vt, &followed->llVal);
+    if (!followed->byref) mismatch();
+    const auto type = static_cast<VARTYPE>(followed->vt & ~VT_BYREF);
+    return type == VT_DECIMAL ? fromDecimal(*followed->pdecVal) : fromContent(type, followed->byref);
 }
 
 void toVariant(const Value& value, VARIANT* variant) {
@@ -140,66 +203,36 @@ void toVariant(const Value& value, VARIANT* variant) {
 
 void writeBack(const VARIANT& reference, const Value& value) {
     if ((reference.vt & VT_BYREF) == 0 || !reference.byref) return;
-    VARIANT made;
-    toVariant(value, &made);
     const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
-    if (type == VT_VARIANT) {
-        if (reference.pvarVal->vt & VT_BYREF) {
-            VariantClear(&made);
-            writeBack(*reference.pvarVal, value);
-        } else {
-            VariantClear(reference.pvarVal);
-            *reference.pvarVal = made;
-        }
-        return;
-    }
-    if (FAILED(VariantChangeTypeEx(&made, &made, LOCALE_INVARIANT, 0, type))) {
-        VariantClear(&made);
+    if (type == VT_VARIANT && (reference.pvarVal->vt & VT_BYREF)) return writeBack(*reference.pvarVal, value);
+    OwnVariant made;
+    toVariant(value, &made);
+    if (type == VT_VARIANT)
+        std::swap(*reference.pvarVal, static_cast<VARIANT&>(made));
+    else if (SUCCEEDED(VariantChangeTypeEx(&made, &made, LOCALE_INVARIANT, 0, type)))
+        exchange(type, reference.byref, made);
+    else
         mismatch();
-    }
-    switch (type) {
-    case VT_I2:
-        *reference.piVal = made.iVal;
-        break;
-    case VT_I4:
-        *reference.plVal = made.lVal;
-        break;
-    case VT_R4:
-        *reference.pfltVal = made.fltVal;
-        break;
-    case VT_R8:
-        *reference.pdblVal = made.dblVal;
-        break;
-    case VT_BOOL:
-        *reference.pboolVal = made.boolVal;
-        break;
-    case VT_BSTR:
-        SysFreeString(*reference.pbstrVal);
-        *reference.pbstrVal = made.bstrVal;
-        break;
-    case VT_DISPATCH:
-        if (*reference.ppdispVal) (*reference.ppdispVal)->Release();
-        *reference.ppdispVal = made.pdispVal;
-        break;
-    default:
-        VariantClear(&made);
-        mismatch();
-    }
 }
 
-void fillExcepInfo(const AutomationError& error, EXCEPINFO* info) {
-    if (!info) return;
+HRESULT failureOf(const AutomationError& error) noexcept {
+    return FAILED(error.code()) ? error.code() : DISP_E_EXCEPTION;
+}
+
+void fillExcepInfo(const AutomationError& error, EXCEPINFO* info) noexcept {
     *info = {};
     info->scode = error.code();
-    info->bstrSource = makeBstr(error.source().empty() ? std::u16string_view(u"CVLog3") : error.source());
-    info->bstrDescription = makeBstr(error.description());
+    const std::u16string_view source = error.source().empty() ? kOwnSource : error.source();
+    base::ignoring([&] { info->bstrSource = makeBstr(source); });
+    base::ignoring([&] { info->bstrDescription = makeBstr(error.description()); });
 }
 
 void setErrorInfo(const AutomationError& error) noexcept {
+    SetErrorInfo(0, nullptr);
     ICreateErrorInfo* creation = nullptr;
     if (FAILED(CreateErrorInfo(&creation))) return;
-    const std::u16string source = error.source().empty() ? u"CVLog3" : error.source();
-    creation->SetSource(const_cast<wchar_t*>(wide(source.c_str())));
+    const std::u16string_view source = error.source().empty() ? kOwnSource : error.source();
+    creation->SetSource(const_cast<wchar_t*>(wide(source.data()))); // both end with a zero
     creation->SetDescription(const_cast<wchar_t*>(wide(error.description().c_str())));
     IErrorInfo* info = nullptr;
     if (SUCCEEDED(creation->QueryInterface(IID_IErrorInfo, reinterpret_cast<void**>(&info)))) {

@@ -143,6 +143,12 @@ TEST_F(DispatchTableTest, WritesOnlyByReferenceArgumentsBack) {
     EXPECT_TRUE(values[1] == Value(1));
 }
 
+TEST_F(DispatchTableTest, LeavesAByReferenceArgumentThatTheMemberDidNotChangeInItsOwnType) {
+    Value values[] = {Value(u" 0 "), Value(1)};
+    sample->call(u"Twice", values);
+    EXPECT_TRUE(values[0] == Value(u" 0 "));
+}
+
 TEST_F(DispatchTableTest, WritesNamedByReferenceArgumentsBack) {
     Value number = std::int16_t{4}, plain = std::int16_t{0};
     invoke(u"Twice", {{}, {{1, &plain}, {0, &number}}});

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <atomic>
 #include <filesystem>
 #include <vector>
 
@@ -16,9 +17,10 @@ std::wstring binFolder() {
 ProjectFolder::ProjectFolder() {
     wchar_t base[MAX_PATH];
     GetTempPathW(MAX_PATH, base);
-    static int number = 0;
+    static std::atomic<int> number{0};
     path_ = std::wstring(base) + L"cvlog-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
             std::to_wstring(++number);
+    std::filesystem::remove_all(path_); // a process that was ended may have had this one's number
     std::filesystem::create_directories(path_);
     const std::string file = std::filesystem::path(path_ + L"\\PrjData.mdb").string();
     sqlite3* database = nullptr;

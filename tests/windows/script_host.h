@@ -4,6 +4,7 @@
 
 #include <ole2.h>
 
+#include <atomic>
 #include <functional>
 #include <map>
 #include <string>
@@ -49,7 +50,7 @@ private:
     ScriptedDispatch() { ++alive_; }
     ~ScriptedDispatch();
 
-    static inline int alive_ = 0;
+    static inline std::atomic<int> alive_{0};
     ULONG references_ = 1;
     std::vector<std::pair<std::wstring, Body>> members_;
     std::vector<std::pair<std::wstring, Failure>> failures_;
