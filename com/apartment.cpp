@@ -26,7 +26,6 @@ std::shared_ptr<Apartment> Apartment::enter() {
     if (const auto* content = slotContent())
         if (auto apartment = content->lock()) return apartment;
     auto apartment = std::make_shared<Apartment>();
-    apartment->globals().holder = [weak = std::weak_ptr(apartment)] { return weak.lock(); };
     auto content = std::make_unique<std::weak_ptr<Apartment>>(apartment);
     TlsSetValue(slot, content.release());
     return apartment;
@@ -38,7 +37,9 @@ Apartment* Apartment::current() noexcept {
 }
 
 Apartment::Apartment() : engine_(store::makeLogEngine(services_.files)) {
+    services_.host.owner = [this] { return weak_from_this().lock(); };
     globals_ = std::make_unique<core::Globals>(core::Platform::of(services_, *engine_));
+    globals_->holder = services_.host.owner;
 }
 
 Apartment::~Apartment() {

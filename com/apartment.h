@@ -15,7 +15,7 @@ class DispatchShell;
 
 /// What all objects of one thread share. It is made with the thread's first object and goes with the last; a
 /// thread-local with a destructor would keep the library loaded, so the thread finds it through a TLS slot.
-class Apartment {
+class Apartment : public std::enable_shared_from_this<Apartment> {
 public:
     static bool allocateSlot() noexcept;
     static void freeSlot() noexcept;
@@ -36,7 +36,7 @@ public:
     std::unordered_map<const automation::Object*, DispatchShell*> shells;
 
 private:
-    ModuleLock lock_; // windows may outlive all objects
+    ModuleLock lock_; // windows may outlive all objects, and messages under way the last of them
     platform::win32::Services services_;
     std::unique_ptr<store::Engine> engine_;
     std::unique_ptr<core::Globals> globals_;

@@ -14,7 +14,6 @@ HostWindow::HostWindow() {
 
 HostWindow::~HostWindow() {
     if (window_) DestroyWindow(window_);
-    releaseOwnWindowClass();
 }
 
 void HostWindow::destroyLater(HWND window) noexcept {

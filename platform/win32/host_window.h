@@ -2,6 +2,8 @@
 
 #include "platform/win32/own_window.h"
 
+#include <functional>
+#include <memory>
 #include <vector>
 
 namespace cvlog::platform::win32 {
@@ -24,10 +26,15 @@ public:
     /// messages may still be under way.
     void destroyLater(HWND window) noexcept;
 
+    /// Answers with what this window is a part of. A list holds it while one of its messages is under way: a handler
+    /// may let go of everything else, and the system goes on with the list's window when the handler is done.
+    std::function<std::shared_ptr<void>()> owner;
+
 private:
     LRESULT handleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
     void windowGone() noexcept override { window_ = nullptr; }
 
+    OwnWindowClass class_; // of this window and of all below it
     HWND window_ = nullptr;
     std::vector<HWND> listeners_;
 };

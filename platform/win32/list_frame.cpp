@@ -120,6 +120,7 @@ LRESULT CALLBACK ListFrame::listProcedure(HWND window, UINT message, WPARAM wPar
 }
 
 LRESULT ListFrame::handleListMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    const std::shared_ptr<void> hostOwner = host_.owner ? host_.owner() : nullptr; // goes last
     const std::shared_ptr<ListFrame> alive = shared_from_this();
     const HWND list = list_;
     if (message == WM_NCDESTROY) {

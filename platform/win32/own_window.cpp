@@ -26,29 +26,46 @@ LRESULT CALLBACK ownWindowProcedure(HWND window, UINT message, WPARAM wParam, LP
     return firewall(LRESULT{0}, [&] { return handler->handleMessage(window, message, wParam, lParam); });
 }
 
-void registerClass() noexcept {
+// Apartments come and go on threads of their own.
+SRWLOCK classLock = SRWLOCK_INIT;
+int classHolders = 0;
+
+class ClassLock {
+public:
+    ClassLock() noexcept { AcquireSRWLockExclusive(&classLock); }
+    ~ClassLock() { ReleaseSRWLockExclusive(&classLock); }
+    ClassLock(const ClassLock&) = delete;
+    ClassLock& operator=(const ClassLock&) = delete;
+};
+
+void registerClass() {
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
     description.lpfnWndProc = ownWindowProcedure;
     description.hInstance = thisModule();
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.lpszClassName = kClassName;
-    RegisterClassExW(&description); // fails harmlessly when it is registered
+    if (!RegisterClassExW(&description)) throw std::runtime_error("no window class");
 }
 
 } // namespace
 
-HWND makeOwnWindow(MessageHandler& handler, DWORD style, DWORD extendedStyle, HWND parent) {
-    // Another apartment may give the class back between the two calls, hence the second try.
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        registerClass();
-        const HWND window = CreateWindowExW(extendedStyle, kClassName, L"", style, 0, 0, 0, 0, parent,
-                                            nullptr, thisModule(), &handler);
-        if (window) return window;
-    }
-    throw std::runtime_error("no window");
+OwnWindowClass::OwnWindowClass() {
+    const ClassLock lock;
+    if (classHolders == 0) registerClass();
+    ++classHolders;
 }
 
-void releaseOwnWindowClass() noexcept { UnregisterClassW(kClassName, thisModule()); }
+OwnWindowClass::~OwnWindowClass() {
+    const ClassLock lock;
+    if (--classHolders == 0) UnregisterClassW(kClassName, thisModule());
+}
+
+HWND makeOwnWindow(MessageHandler& handler, DWORD style, DWORD extendedStyle, HWND parent) {
+    const HWND window = CreateWindowExW(extendedStyle, kClassName, L"", style, 0, 0, 0, 0, parent, nullptr,
+                                        thisModule(), &handler);
+    if (!window) throw std::runtime_error("no window");
+    return window;
+}
 
 } // namespace cvlog::platform::win32

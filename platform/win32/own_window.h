@@ -15,11 +15,19 @@ protected:
     ~MessageHandler() = default;
 };
 
-/// Makes a window of our one window class, which is registered on the way. The handler must live until
-/// `windowGone`. Throws std::runtime_error when the system makes no window.
-HWND makeOwnWindow(MessageHandler& handler, DWORD style, DWORD extendedStyle, HWND parent);
+/// The window class of our own windows. It is the process's, whatever the number of apartments: the first of these
+/// registers it and the last one gives it back, so that the module can be unloaded.
+class OwnWindowClass {
+public:
+    /// Throws std::runtime_error when the system does not take the class.
+    OwnWindowClass();
+    ~OwnWindowClass();
+    OwnWindowClass(const OwnWindowClass&) = delete;
+    OwnWindowClass& operator=(const OwnWindowClass&) = delete;
+};
 
-/// Gives the window class back if no window of it is left, so that the module can be unloaded.
-void releaseOwnWindowClass() noexcept;
+/// Makes a window of our class, which somebody must hold until it is gone. The handler must live until `windowGone`.
+/// Throws std::runtime_error when the system makes no window.
+HWND makeOwnWindow(MessageHandler& handler, DWORD style, DWORD extendedStyle, HWND parent);
 
 } // namespace cvlog::platform::win32

@@ -1,41 +1,11 @@
 // The library from outside: loaded, used, released and unloaded again.
 
 #include "tests/windows/com_test.h"
+#include "tests/windows/loaded_library.h"
 #include "tests/windows/script_host.h"
 
 namespace cvlog::tests {
 namespace {
-
-using CanUnload = HRESULT(WINAPI*)();
-using GetClass = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
-
-/// The library loaded by hand, so that the test sees it go.
-class LoadedLibrary {
-public:
-    LoadedLibrary() : module_(LoadLibraryW((binFolder() + L"\\CVLog3.dll").c_str())) {}
-    ~LoadedLibrary() {
-        if (module_) FreeLibrary(module_);
-    }
-    LoadedLibrary(const LoadedLibrary&) = delete;
-    LoadedLibrary& operator=(const LoadedLibrary&) = delete;
-
-    bool loaded() const { return module_ != nullptr; }
-    HRESULT canUnload() const { return entry<CanUnload>("DllCanUnloadNow")(); }
-    ComPtr<IDispatch> create(const GUID& id) const {
-        ComPtr<IClassFactory> factory;
-        ComPtr<IDispatch> object;
-        EXPECT_EQ(entry<GetClass>("DllGetClassObject")(id, IID_IClassFactory, &factory), S_OK);
-        EXPECT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, &object), S_OK);
-        return object;
-    }
-
-private:
-    template <class Function>
-    Function entry(const char* name) const {
-        return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
-    }
-    HMODULE module_;
-};
 
 class LibraryLifetime : public ComTest {};
 
@@ -106,10 +76,8 @@ TEST_F(LibraryLifetime, HostObjectsAreAllReleasedByCloseDbAndByTheLastRelease) {
 
 TEST_F(LibraryLifetime, AnUnknownClassIsRefused) {
     const LoadedLibrary library;
-    const auto entry = reinterpret_cast<GetClass>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"CVLog3.dll"), "DllGetClassObject")));
     void* object = &object;
-    EXPECT_EQ(entry(CLSID_NULL, IID_IClassFactory, &object), CLASS_E_CLASSNOTAVAILABLE);
+    EXPECT_EQ(library.classObject(CLSID_NULL, &object), CLASS_E_CLASSNOTAVAILABLE);
     EXPECT_EQ(object, nullptr);
 }
 
