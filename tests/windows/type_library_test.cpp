@@ -4,7 +4,11 @@
 #include "tests/windows/com_test.h"
 #include "view/log_control.h"
 
+#include <iterator>
 #include <map>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace cvlog::tests {
 namespace {
@@ -135,6 +139,145 @@ TEST(TypeLibrary, DispatchIdsOfTheLogAreFrozen) {
         {u"PopupMenu", 0x60030018},    {u"KeyDown", 0x60030019}};
     for (const auto& [name, id] : frozen)
         EXPECT_EQ(core::CVLog::members().idOf(name), id) << std::string(name.begin(), name.end());
+}
+
+TEST(TypeLibrary, DispatchIdsOfTheControlAreFrozen) {
+    const std::map<std::u16string_view, std::int32_t> frozen = {
+        {u"BackColor", -501}, {u"ForeColor", -513}, {u"Enabled", -514},
+        {u"hwnd", -515},      {u"Refresh", -550},   {u"TextWidth", 0x60030001}};
+    for (const auto& [name, id] : frozen)
+        EXPECT_EQ(view::LogControl::members().idOf(name), id) << std::string(name.begin(), name.end());
+}
+
+struct Event {
+    DISPID id;
+    const wchar_t* name;
+    std::vector<std::pair<const wchar_t*, VARTYPE>> parameters; // with their types; VT_BYREF for a reference
+};
+
+void expectEvent(ITypeInfo* info, UINT index, const Event& expected) {
+    FUNCDESC* described = nullptr;
+    ASSERT_EQ(info->GetFuncDesc(index, &described), S_OK);
+    EXPECT_EQ(described->memid, expected.id);
+    EXPECT_EQ(described->invkind, INVOKE_FUNC);
+    EXPECT_EQ(described->elemdescFunc.tdesc.vt, VT_VOID);
+    BSTR names[4] = {};
+    UINT count = 0;
+    info->GetNames(described->memid, names, 4, &count);
+    EXPECT_STREQ(names[0], expected.name);
+    ASSERT_EQ(count, 1 + expected.parameters.size());
+    ASSERT_EQ(static_cast<std::size_t>(described->cParams), expected.parameters.size());
+    for (std::size_t i = 0; i < expected.parameters.size(); ++i) {
+        const auto& [name, type] = expected.parameters[i];
+        const TYPEDESC& actual = described->lprgelemdescParam[i].tdesc;
+        EXPECT_STREQ(names[i + 1], name);
+        EXPECT_EQ(actual.vt == VT_PTR ? actual.lptdesc->vt | VT_BYREF : actual.vt, type) << "parameter " << i;
+    }
+    for (BSTR name : names) SysFreeString(name);
+    info->ReleaseFuncDesc(described);
+}
+
+TEST(TypeLibrary, EventsAreFrozenWithTheirIdsAndParameters) {
+    const Event events[] = {{1, L"LogChanged", {}},
+                            {2, L"GotFocus", {}},
+                            {3, L"LostFocus", {}},
+                            {4, L"ShowErrors", {{L"ObjectID", VT_BSTR}, {L"ErrorNum", VT_I4}}},
+                            {5, L"Unload", {}},
+                            {6, L"KeyDown", {{L"KeyCode", VT_I2 | VT_BYREF}, {L"Shift", VT_I2 | VT_BYREF}}}};
+    ComPtr<ITypeInfo> info;
+    ASSERT_EQ(library()->GetTypeInfoOfGuid(com::kLogEvents, &info), S_OK);
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
+    UINT own = 0;
+    for (UINT i = 0; i < attributes->cFuncs; ++i) {
+        FUNCDESC* described = nullptr;
+        ASSERT_EQ(info->GetFuncDesc(i, &described), S_OK);
+        const bool isEvent = described->memid >= 1 && described->memid <= 6;
+        info->ReleaseFuncDesc(described);
+        if (isEvent) expectEvent(info.Get(), i, events[own++]);
+    }
+    EXPECT_EQ(own, std::size(events));
+    info->ReleaseTypeAttr(attributes);
+}
+
+std::wstring helpOf(ITypeInfo* info, MEMBERID member) {
+    BSTR help = nullptr;
+    info->GetDocumentation(member, nullptr, &help, nullptr, nullptr);
+    const std::wstring text = help ? help : L"";
+    SysFreeString(help);
+    return text;
+}
+
+void expectHelpEverywhere(ITypeInfo* info) {
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
+    EXPECT_FALSE(helpOf(info, MEMBERID_NIL).empty()) << "a type without a help string";
+    for (UINT i = 0; i < attributes->cFuncs; ++i) {
+        FUNCDESC* described = nullptr;
+        ASSERT_EQ(info->GetFuncDesc(i, &described), S_OK);
+        // The members of IDispatch itself come from another library.
+        const bool inherited =
+            attributes->wTypeFlags & TYPEFLAG_FDUAL || (described->wFuncFlags & FUNCFLAG_FRESTRICTED);
+        if (!inherited) {
+            EXPECT_FALSE(helpOf(info, described->memid).empty()) << "member " << described->memid;
+        }
+        info->ReleaseFuncDesc(described);
+    }
+    info->ReleaseTypeAttr(attributes);
+}
+
+TEST(TypeLibrary, EveryTypeAndEveryMemberHasAHelpString) {
+    const ComPtr<ITypeLib> loaded = library();
+    BSTR help = nullptr;
+    EXPECT_EQ(loaded->GetDocumentation(-1, nullptr, &help, nullptr, nullptr), S_OK);
+    EXPECT_STREQ(help, L"Activity Log 4.0 Component");
+    SysFreeString(help);
+    ASSERT_GE(loaded->GetTypeInfoCount(), 5U);
+    for (UINT i = 0; i < loaded->GetTypeInfoCount(); ++i) {
+        ComPtr<ITypeInfo> info;
+        ASSERT_EQ(loaded->GetTypeInfo(i, &info), S_OK);
+        expectHelpEverywhere(info.Get());
+    }
+}
+
+struct Part {
+    const wchar_t* name;
+    int flags; // IMPLTYPEFLAG_...
+};
+
+void expectClass(const GUID& id, const wchar_t* name, const std::vector<Part>& parts) {
+    ComPtr<ITypeInfo> info;
+    ASSERT_EQ(library()->GetTypeInfoOfGuid(id, &info), S_OK);
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
+    EXPECT_EQ(attributes->typekind, TKIND_COCLASS);
+    EXPECT_TRUE(attributes->wTypeFlags & TYPEFLAG_FCANCREATE);
+    EXPECT_EQ((attributes->wTypeFlags & TYPEFLAG_FCONTROL) != 0, id == com::kControlClass);
+    BSTR called = nullptr;
+    EXPECT_EQ(info->GetDocumentation(MEMBERID_NIL, &called, nullptr, nullptr, nullptr), S_OK);
+    EXPECT_STREQ(called, name);
+    SysFreeString(called);
+    ASSERT_EQ(attributes->cImplTypes, parts.size());
+    for (UINT i = 0; i < parts.size(); ++i) {
+        int flags = 0;
+        HREFTYPE reference = 0;
+        ComPtr<ITypeInfo> part;
+        EXPECT_EQ(info->GetImplTypeFlags(i, &flags), S_OK);
+        EXPECT_EQ(flags, parts[i].flags);
+        EXPECT_EQ(info->GetRefTypeOfImplType(i, &reference), S_OK);
+        ASSERT_EQ(info->GetRefTypeInfo(reference, &part), S_OK);
+        EXPECT_EQ(part->GetDocumentation(MEMBERID_NIL, &called, nullptr, nullptr, nullptr), S_OK);
+        EXPECT_STREQ(called, parts[i].name);
+        SysFreeString(called);
+    }
+    info->ReleaseTypeAttr(attributes);
+}
+
+TEST(TypeLibrary, TheClassesHaveTheirInterfacesAndEvents) {
+    expectClass(
+        com::kLogClass, L"CVLog",
+        {{L"_CVLog", IMPLTYPEFLAG_FDEFAULT}, {L"__CVLog", IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE}});
+    expectClass(com::kControlClass, L"CVLogControl", {{L"_CVLogControl", IMPLTYPEFLAG_FDEFAULT}});
 }
 
 TEST(TypeLibrary, GuidsAndVersionAreFrozen) {
