@@ -13,10 +13,11 @@ Value emptyOf(Type type) { return convert(Value(), type); }
 
 std::vector<Value*> placeArguments(const Member& member, const CallArguments& arguments) {
     const std::size_t count = member.parameters.size();
-    if (arguments.positional.size() > count)
+    if (arguments.positional.size() + (arguments.assigned ? 1 : 0) > count)
         throw ArgumentError(AutomationError(code::kBadParameterCount, u"Wrong number of arguments"), count);
     std::vector<Value*> placed(count, nullptr);
     std::copy(arguments.positional.begin(), arguments.positional.end(), placed.begin());
+    if (arguments.assigned) placed.back() = arguments.assigned;
     for (const NamedArgument& named : arguments.named) {
         if (named.parameter < 0 || static_cast<std::size_t>(named.parameter) >= count)
             throw ArgumentError(AutomationError(code::kParameterNotFound, u"Named argument not found"),
@@ -40,6 +41,19 @@ Value convertArgument(const Member& member, std::size_t index, const Value* give
             problem.description() + u" (" + std::u16string(parameter.name) + u")";
         throw ArgumentError(AutomationError(problem.code(), description, problem.source()), index);
     }
+}
+
+bool isForTheValue(const Member& member, const CallArguments& arguments) {
+    return member.kind == MemberKind::PropertyGet && member.result == Type::Object &&
+           member.parameters.empty() && !arguments.positional.empty() && arguments.named.empty();
+}
+
+Value readDefaultMember(const Value& owner, const CallArguments& arguments) {
+    const ObjectRef object = toObject(owner);
+    if (!object) throw AutomationError(code::kObjectRequired, u"Object required");
+    std::vector<Value> values;
+    for (const Value* value : arguments.positional) values.push_back(*value);
+    return object->call(u"", values);
 }
 
 } // namespace
@@ -76,6 +90,7 @@ bool DispatchTable::has(std::int32_t id) const noexcept {
 }
 
 Value invokeMember(Object& target, const Member& member, const CallArguments& arguments) {
+    if (isForTheValue(member, arguments)) return readDefaultMember(member.handler(target, {}), arguments);
     const std::vector<Value*> placed = placeArguments(member, arguments);
     std::vector<Value> converted;
     converted.reserve(placed.size());
@@ -108,12 +123,15 @@ Value DispatchObject::call(std::u16string_view name, std::span<Value> values) {
 
 Value DispatchObject::get(std::u16string_view name) { return call(name, {}); }
 
-void DispatchObject::put(std::u16string_view name, const Value& value) {
+void DispatchObject::put(std::u16string_view name, const Value& value) { putIndexed(name, {}, value); }
+
+void DispatchObject::putIndexed(std::u16string_view name, std::span<Value> values, const Value& value) {
     const Member* member = findByName(name, MemberKind::PropertyPut);
     if (!member) throw AutomationError(code::kMemberNotFound, u"Member not found: " + std::u16string(name));
     Value copy = value;
     CallArguments arguments;
-    arguments.positional.push_back(&copy);
+    for (Value& argument : values) arguments.positional.push_back(&argument);
+    arguments.assigned = &copy;
     invokeMember(*this, *member, arguments);
 }
 

@@ -61,11 +61,14 @@ struct NamedArgument {
 struct CallArguments {
     std::vector<Value*> positional;
     std::vector<NamedArgument> named;
+    /// What a property put assigns: it goes to the last parameter, whatever stands before it.
+    Value* assigned = nullptr;
 };
 
 /// Converts the arguments for a member, runs it, and writes back the by-reference ones that the member has changed; the
-/// others keep the value and the type that the caller gave them. Throws AutomationError: bad count, unknown name,
-/// missing one that is not optional, type mismatch, overflow.
+/// others keep the value and the type that the caller gave them. Arguments for a property that takes none go to the
+/// default member of its value: `form.Controls("x")` is `form.Controls.Item("x")`. Throws AutomationError: bad count,
+/// unknown name, missing one that is not optional, type mismatch, overflow.
 Value invokeMember(Object& target, const Member& member, const CallArguments& arguments);
 
 /// An object whose members are those of a table.
@@ -76,6 +79,8 @@ public:
     Value call(std::u16string_view member, std::span<Value> arguments) override;
     Value get(std::u16string_view member) override;
     void put(std::u16string_view member, const Value& value) override;
+    /// Puts a property that takes arguments: `item.SubItems(2) = "x"`.
+    void putIndexed(std::u16string_view member, std::span<Value> arguments, const Value& value);
 
 private:
     const Member* findByName(std::u16string_view name, MemberKind kind) const;

@@ -58,6 +58,13 @@ inline constexpr std::int32_t kNoConnection = of(0x80040200);
 inline constexpr std::int32_t kObjectRequired = of(0x800A01A8);           // 424
 inline constexpr std::int32_t kSetNotSupportedAtRunTime = of(0x800A017E); // 382
 inline constexpr std::int32_t kSetNotPermitted = of(0x800A0183);          // 387
+inline constexpr std::int32_t kInvalidPropertyValue = of(0x800A017C);     // 380
+inline constexpr std::int32_t kControlNotFound = of(0x800A02DA);          // 730
+/// What lists and their collections raise.
+inline constexpr std::int32_t kIndexOutOfBounds = of(0x800A8B10); // 35600
+inline constexpr std::int32_t kElementNotFound = of(0x800A8B11);  // 35601
+inline constexpr std::int32_t kKeyNotUnique = of(0x800A8B12);     // 35602
+inline constexpr std::int32_t kElementGone = of(0x800A8B15);      // 35605
 } // namespace code
 
 } // namespace cvlog::automation

@@ -15,10 +15,6 @@ using automation::AutomationError;
 using automation::Member;
 using automation::MemberKind;
 
-UINT positionalCount(const DISPPARAMS& parameters) noexcept {
-    return parameters.cArgs - parameters.cNamedArgs;
-}
-
 bool isPutValue(const DISPPARAMS& parameters, const Member& member, UINT index) noexcept {
     return index < parameters.cNamedArgs && parameters.rgdispidNamedArgs[index] == DISPID_PROPERTYPUT &&
            member.kind == MemberKind::PropertyPut;
@@ -27,7 +23,7 @@ bool isPutValue(const DISPPARAMS& parameters, const Member& member, UINT index) 
 /// The position of the parameter that a variant is for; not a parameter's when its name is unknown.
 std::size_t parameterOf(const DISPPARAMS& parameters, const Member& member, UINT index) noexcept {
     if (index >= parameters.cNamedArgs) return parameters.cArgs - 1 - index;
-    if (isPutValue(parameters, member, index)) return positionalCount(parameters);
+    if (isPutValue(parameters, member, index)) return member.parameters.size() - 1;
     return static_cast<std::size_t>(parameters.rgdispidNamedArgs[index]);
 }
 
@@ -51,8 +47,10 @@ InvokeArguments::InvokeArguments(const DISPPARAMS& parameters, const Member& mem
 
 void InvokeArguments::place(UINT index) {
     automation::Value* value = &values_[index];
-    if (index >= parameters_.cNamedArgs || isPutValue(parameters_, member_, index))
+    if (index >= parameters_.cNamedArgs)
         call_.positional.push_back(value);
+    else if (isPutValue(parameters_, member_, index))
+        call_.assigned = value;
     else
         call_.named.push_back({parameters_.rgdispidNamedArgs[index], value});
 }
@@ -60,6 +58,7 @@ void InvokeArguments::place(UINT index) {
 void InvokeArguments::writeBackChanges() {
     for (UINT i = 0; i < parameters_.cArgs; ++i) {
         const std::size_t parameter = parameterOf(parameters_, member_, i);
+        if (parameter >= member_.parameters.size()) continue; // it went to the default member of a property's value
         if (member_.parameters[parameter].byReference && !(values_[i] == given_[i]))
             writeBack(parameters_.rgvarg[i], values_[i]);
     }

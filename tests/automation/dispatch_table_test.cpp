@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 namespace cvlog::automation {
 namespace {
 
@@ -58,10 +60,52 @@ public:
              Type::Int32,
              {},
              on<Sample>([](Sample&, std::span<Value>) { return 5; })},
+            {u"Cell",
+             15,
+             MemberKind::PropertyGet,
+             Type::Text,
+             {{u"Row", Type::Int32}, {.name = u"Column", .type = Type::Int32, .optional = true}},
+             on<Sample>([](Sample& s, std::span<Value> a) { return s.cells[placeOf(a)]; })},
+            {u"Cell",
+             15,
+             MemberKind::PropertyPut,
+             Type::Nothing,
+             {{u"Row", Type::Int32},
+              {.name = u"Column", .type = Type::Int32, .optional = true},
+              {u"Cell", Type::Text}},
+             on<Sample>(
+                 [](Sample& s, std::span<Value> a) { s.cells[placeOf(a)] = a[2].as<std::u16string>(); })},
+            {u"Child",
+             16,
+             MemberKind::PropertyGet,
+             Type::Object,
+             {},
+             on<Sample>([](Sample& s, std::span<Value>) { return s.child; })},
         };
         return table;
     }
+    static std::pair<int, int> placeOf(std::span<Value> values) {
+        return {values[0].as<std::int32_t>(), values[1].as<std::int32_t>()};
+    }
     std::int32_t size = 3;
+    std::map<std::pair<int, int>, std::u16string> cells;
+    ObjectRef child;
+};
+
+/// A collection: its default member takes an argument.
+class Shelf : public DispatchObject {
+public:
+    const DispatchTable& dispatchTable() const override {
+        static const DispatchTable table = {
+            {u"Item",
+             0,
+             MemberKind::PropertyGet,
+             Type::Text,
+             {{u"Index", Type::Text}},
+             on<Shelf>([](Shelf&, std::span<Value> a) { return u"item " + toText(a[0]); })},
+        };
+        return table;
+    }
 };
 
 template <class Action>
@@ -183,6 +227,42 @@ TEST_F(DispatchTableTest, AnswersForTheDefaultMemberByAnEmptyName) {
     EXPECT_EQ(toInt32(sample->get(u"")), 3);
     sample->put(u"", 4);
     EXPECT_EQ(sample->size, 4);
+}
+
+TEST_F(DispatchTableTest, PutsAPropertyThatTakesArguments) {
+    Value place[] = {Value(u"2"), Value(3)};
+    sample->putIndexed(u"Cell", place, 7.5);
+    EXPECT_EQ(toText(sample->invoke(u"cell", 2, 3)), u"7.5");
+    EXPECT_EQ(sample->cells.size(), 1U);
+}
+
+TEST_F(DispatchTableTest, AssignsToTheLastParameterAlsoWhenArgumentsAreLeftOutOrNamed) {
+    Value row[] = {Value(4)};
+    sample->putIndexed(u"Cell", row, u"short");
+    EXPECT_EQ((sample->cells[{4, 0}]), u"short");
+    const Member& put = *sample->dispatchTable().find(15, MemberKind::PropertyPut);
+    Value column = 9, number = 8, text = u"named";
+    invokeMember(*sample, put, {{}, {{1, &column}, {0, &number}}, &text});
+    EXPECT_EQ((sample->cells[{8, 9}]), u"named");
+}
+
+TEST_F(DispatchTableTest, RefusesAPutWithTooManyArgumentsOrWithoutTheOneItNeeds) {
+    Value three[] = {Value(1), Value(2), Value(3)};
+    EXPECT_EQ(codeOf([&] { sample->putIndexed(u"Cell", three, u"x"); }), code::kBadParameterCount);
+    EXPECT_EQ(codeOf([&] { sample->put(u"Cell", u"x"); }), code::kParameterNotOptional);
+    EXPECT_EQ(codeOf([&] { sample->putIndexed(u"Size", {three, 1}, 1); }), code::kBadParameterCount);
+    EXPECT_TRUE(sample->cells.empty());
+    EXPECT_EQ(sample->size, 3);
+}
+
+TEST_F(DispatchTableTest, PassesArgumentsOnToTheDefaultMemberOfAPropertyThatTakesNone) {
+    sample->child = std::make_shared<Shelf>();
+    EXPECT_EQ(toText(sample->invoke(u"Child", u"x")), u"item x");
+    EXPECT_EQ(codeOf([&] { sample->invoke(u"Child", u"x", 2); }), code::kBadParameterCount);
+    sample->child = nullptr;
+    EXPECT_EQ(codeOf([&] { sample->invoke(u"Child", u"x"); }), code::kObjectRequired);
+    EXPECT_EQ(codeOf([&] { sample->invoke(u"Fixed", 1); }), code::kBadParameterCount)
+        << "a number has no default member";
 }
 
 TEST_F(DispatchTableTest, TellsUnknownNamesFromMembersOfAnotherKind) {
