@@ -29,6 +29,7 @@ RowId ListView::insert(int position, RowPtr content, bool selected) {
 
 void ListView::remove(int position) {
     shrinkWidest(row(position));
+    rowKeys_.set(idAt(position), {});
     selectedCount_ -= isSelected(position) ? 1 : 0;
     rows_.remove(static_cast<std::size_t>(position - 1), 1);
     if (focused_ == position)
@@ -40,6 +41,7 @@ void ListView::remove(int position) {
 
 void ListView::clear() {
     rows_.clear();
+    rowKeys_.clear();
     selectedCount_ = 0;
     focused_ = 0;
     std::fill(widest_.begin(), widest_.end(), Widest{});
@@ -57,6 +59,20 @@ int ListView::positionOf(RowId id, int guess) const noexcept {
     return 0;
 }
 
+std::u16string_view ListView::rowKey(int position) const noexcept { return rowKeys_.of(idAt(position)); }
+
+int ListView::rowOf(std::u16string_view key) const {
+    const RowId id = rowKeys_.find(key);
+    return id == 0 ? 0 : positionOf(id);
+}
+
+bool ListView::setRowKey(int position, std::u16string_view key) {
+    const int owner = rowOf(key);
+    if (owner != 0 && owner != position) return false;
+    rowKeys_.set(idAt(position), key);
+    return true;
+}
+
 void ListView::replace(int position, RowPtr content) {
     shrinkWidest(row(position));
     growWidest(*content);
@@ -65,11 +81,9 @@ void ListView::replace(int position, RowPtr content) {
 }
 
 void ListView::setCellTag(int position, std::u16string_view key, std::u16string_view tag) {
-    Row changed = row(position).edit();
-    Cell* cell = changed.cell(key);
-    if (!cell) throw std::out_of_range("the row has no such cell");
-    cell->tag = tag;
-    entry(position).content = makeRow(changed, row(position).keys());
+    const int cell = row(position).cellOf(key);
+    if (cell == 0) throw std::out_of_range("the row has no such cell");
+    entry(position).content = row(position).withCell(cell, CellField::Tag, tag);
 }
 
 void ListView::select(int position, bool selected) {

@@ -9,6 +9,7 @@
 #include "widgets/image_list.h"
 #include "widgets/list_view_peer.h"
 #include "widgets/row_content.h"
+#include "widgets/row_keys.h"
 
 #include <cstdint>
 #include <memory>
@@ -28,10 +29,8 @@ struct Column {
     int position = 0;      // display order, from 1
     std::u16string icon;   // key in the header icons, "" for none
     Alignment alignment = Alignment::Left;
+    std::u16string tag = {}; // a note of the host's; shown nowhere
 };
-
-/// Names a row for as long as it is in its list; never used again in that list.
-using RowId = std::uint32_t;
 
 struct Colours {
     std::uint32_t back = 0x80000005; // system colour of window backgrounds
@@ -70,6 +69,12 @@ public:
     RowId idAt(int position) const noexcept { return entry(position).id; }
     /// 0 when the row is gone. A good guess makes the search short.
     int positionOf(RowId id, int guess = 0) const noexcept;
+    /// A row may have a key in this list, unique without regard to case; most have none.
+    std::u16string_view rowKey(int position) const noexcept;
+    /// 0 when no row has the key.
+    int rowOf(std::u16string_view key) const;
+    /// False, and nothing is changed, when another row has the key. An empty one takes the row's key away.
+    bool setRowKey(int position, std::u16string_view key);
     /// Gives the row other content, in this list only.
     void replace(int position, RowPtr content);
     void setCellTag(int position, std::u16string_view key, std::u16string_view tag);
@@ -94,6 +99,7 @@ public:
     void setColumnCaption(int index, std::u16string_view caption);
     void setColumnIcon(int index, std::u16string_view icon);
     void setColumnAlignment(int index, Alignment alignment);
+    void setColumnTag(int index, std::u16string_view tag) { columnAt(index).tag = tag; }
     /// Moves a column to a display position; the columns between make room. Throws std::out_of_range.
     void setColumnPosition(int index, int position);
 
@@ -176,6 +182,7 @@ private:
     std::unique_ptr<ListViewPeer> peer_;
     ListViewOwner* owner_ = nullptr;
     GapBuffer<Entry> rows_;
+    RowKeyBook rowKeys_;
     RowId lastId_ = 0;
     int selectedCount_ = 0;
     int focused_ = 0;

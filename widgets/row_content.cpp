@@ -41,6 +41,20 @@ RowContent::RowContent(const Row& row, RowKeys keys) : keys_(std::move(keys)) {
     }
 }
 
+RowContent::RowContent(const RowContent& original, std::size_t changed, std::u16string_view text)
+    : widthsFont_(original.widthsFont_), keys_(original.keys_), ends_(original.ends_),
+      widths_(original.widths_) {
+    const std::u16string_view before = original.field(changed);
+    const std::u16string_view all = original.characters_;
+    const auto begin = static_cast<std::size_t>(before.data() - all.data());
+    characters_.reserve(all.size() - before.size() + text.size());
+    characters_ += all.substr(0, begin);
+    characters_ += text;
+    characters_ += all.substr(begin + before.size());
+    const auto growth = static_cast<std::uint32_t>(text.size() - before.size()); // may wrap, and wraps back
+    for (std::size_t i = changed; i < ends_.size(); ++i) ends_[i] += growth;
+}
+
 std::u16string_view RowContent::field(std::size_t index) const noexcept {
     const std::size_t begin = index == 0 ? 0 : ends_[index - 1];
     return std::u16string_view(characters_).substr(begin, ends_[index] - begin);
@@ -75,6 +89,19 @@ Row RowContent::edit() const {
     return row;
 }
 
+RowPtr RowContent::with(RowField changed, std::u16string_view text) const {
+    RowPtr copy(new RowContent(*this, static_cast<std::size_t>(changed), text));
+    if (changed == RowField::Text) copy->forgetWidth(1);
+    return copy;
+}
+
+RowPtr RowContent::withCell(int cell, CellField changed, std::u16string_view text) const {
+    const std::size_t first = kRowFields + static_cast<std::size_t>(cell - 1) * kCellFields;
+    RowPtr copy(new RowContent(*this, first + static_cast<std::size_t>(changed), text));
+    if (changed == CellField::Text) copy->forgetWidth(cell + 1);
+    return copy;
+}
+
 std::optional<base::Twips> RowContent::rememberedWidth(std::uint32_t fontNumber, int column) const noexcept {
     const auto index = static_cast<std::size_t>(column - 1);
     if (widthsFont_ != fontNumber || index >= widths_.size() || widths_[index] < 0) return std::nullopt;
@@ -88,6 +115,11 @@ void RowContent::rememberWidth(std::uint32_t fontNumber, int column, base::Twips
     }
     const auto index = static_cast<std::size_t>(column - 1);
     if (index < widths_.size()) widths_[index] = width;
+}
+
+void RowContent::forgetWidth(int column) const noexcept {
+    const auto index = static_cast<std::size_t>(column - 1);
+    if (index < widths_.size()) widths_[index] = -1.0F;
 }
 
 void RowPtr::destroy(const RowContent* content) noexcept { delete content; }

@@ -37,6 +37,12 @@ struct Row {
 /// The cell keys of a row, in order. Rows of the same shape share one.
 using RowKeys = std::shared_ptr<const std::vector<std::u16string>>;
 
+class RowPtr;
+
+/// The texts of a row itself, and those of each of its cells, in the order in which a content keeps them.
+enum class RowField { Text, Tag, SmallIcon };
+enum class CellField { Text, Tag, Icon, ToolTip };
+
 /// What a row shows. Immutable and shared by every list that shows the row; a list whose row changes gets its own
 /// content. Remembers the measured widths of its texts for the font that measured last.
 class RowContent {
@@ -66,6 +72,10 @@ public:
 
     /// A copy for editing.
     Row edit() const;
+    /// A copy with one text changed. It shares the keys and remembers the widths of all other texts.
+    RowPtr with(RowField field, std::u16string_view text) const;
+    /// The same for a cell that is there.
+    RowPtr withCell(int cell, CellField field, std::u16string_view text) const;
 
     /// The remembered width of a column's text, or nothing when this font has not measured it.
     std::optional<base::Twips> rememberedWidth(std::uint32_t fontNumber, int column) const noexcept;
@@ -74,6 +84,8 @@ public:
 private:
     friend class RowPtr;
 
+    void forgetWidth(int column) const noexcept;
+    RowContent(const RowContent& original, std::size_t field, std::u16string_view text);
     std::u16string_view field(std::size_t index) const noexcept;
     std::u16string_view cellField(int cell, std::size_t part) const noexcept;
 

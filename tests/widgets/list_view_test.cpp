@@ -228,6 +228,42 @@ TEST_F(ListViewTest, ReplacesContentInThisListOnly) {
     EXPECT_THROW(list.setCellTag(1, u"None", u"t"), std::out_of_range);
 }
 
+TEST_F(ListViewTest, FindsRowsByTheirKeysWhereverTheyMove) {
+    fill({u"c", u"a", u"b"});
+    EXPECT_TRUE(list.setRowKey(1, u"Third"));
+    EXPECT_TRUE(list.setRowKey(2, u"First"));
+    EXPECT_EQ(list.rowOf(u"THIRD"), 1);
+    list.setSorted(true);
+    EXPECT_EQ(list.rowOf(u"third"), 3);
+    EXPECT_EQ(list.rowKey(1), u"First");
+    EXPECT_EQ(list.rowKey(2), u"");
+    EXPECT_EQ(list.rowOf(u"none"), 0);
+    EXPECT_EQ(list.rowOf(u""), 0);
+}
+
+TEST_F(ListViewTest, KeepsRowKeysUniqueWithoutRegardToCase) {
+    fill({u"a", u"b"});
+    EXPECT_TRUE(list.setRowKey(1, u"Key"));
+    EXPECT_FALSE(list.setRowKey(2, u"KEY"));
+    EXPECT_EQ(list.rowKey(2), u"");
+    EXPECT_TRUE(list.setRowKey(1, u"KEY")) << "its own";
+    EXPECT_TRUE(list.setRowKey(1, u""));
+    EXPECT_TRUE(list.setRowKey(2, u"key"));
+    EXPECT_EQ(list.rowOf(u"Key"), 2);
+}
+
+TEST_F(ListViewTest, FreesTheKeysOfRowsThatGo) {
+    fill({u"a", u"b"});
+    list.setRowKey(1, u"Key");
+    list.remove(1);
+    EXPECT_EQ(list.rowOf(u"Key"), 0);
+    EXPECT_TRUE(list.setRowKey(1, u"Key"));
+    list.clear();
+    fill({u"c"});
+    EXPECT_EQ(list.rowOf(u"Key"), 0);
+    EXPECT_TRUE(list.setRowKey(1, u"Key"));
+}
+
 TEST_F(ListViewTest, FindsColumnsByKeyAndNumbersTheirPositions) {
     EXPECT_EQ(list.columnOf(u"SECOND"), 2);
     EXPECT_EQ(list.columnOf(u"None"), 0);

@@ -80,6 +80,41 @@ TEST(RowContent, RemembersWidthsOfOneFontOnly) {
     EXPECT_EQ(row->rememberedWidth(2, 99), std::nullopt);
 }
 
+TEST(RowContent, CopiesItselfWithOneTextChangedAndLeavesTheOriginal) {
+    const RowPtr row = makeRow(sampleRow());
+    const auto expectOnly = [&row](const RowPtr& copy, auto change) {
+        Row expected = sampleRow();
+        change(expected);
+        EXPECT_TRUE(copy->edit() == expected);
+        EXPECT_EQ(copy->keys(), row->keys()) << "shared";
+        EXPECT_TRUE(row->edit() == sampleRow());
+    };
+    expectOnly(row->with(RowField::Text, u"a longer text"), [](Row& r) { r.text = u"a longer text"; });
+    expectOnly(row->with(RowField::Tag, u""), [](Row& r) { r.tag.clear(); });
+    expectOnly(row->with(RowField::SmallIcon, u"x\0y"s), [](Row& r) { r.smallIcon = u"x\0y"s; });
+    expectOnly(row->withCell(1, CellField::Text, u""), [](Row& r) { r.cells[0].text.clear(); });
+    expectOnly(row->withCell(2, CellField::Tag, u"new"), [](Row& r) { r.cells[1].tag = u"new"; });
+    expectOnly(row->withCell(3, CellField::Icon, u"i"), [](Row& r) { r.cells[2].icon = u"i"; });
+    expectOnly(row->withCell(3, CellField::ToolTip, u"end"), [](Row& r) { r.cells[2].toolTip = u"end"; });
+    expectOnly(row->with(RowField::Text, row->cellText(1)), [](Row& r) { r.text = u"a1\0x"s; });
+}
+
+TEST(RowContent, ACopyForgetsTheWidthOfTheChangedTextOnly) {
+    const RowPtr row = makeRow(sampleRow());
+    for (int column = 1; column <= 4; ++column) row->rememberWidth(1, column, 10.0F);
+    const auto known = [](const RowPtr& copy) {
+        std::string columns;
+        for (int column = 1; column <= 4; ++column) columns += copy->rememberedWidth(1, column) ? '1' : '0';
+        return columns;
+    };
+    EXPECT_EQ(known(row->with(RowField::Text, u"t")), "0111");
+    EXPECT_EQ(known(row->withCell(2, CellField::Text, u"t")), "1101");
+    EXPECT_EQ(known(row->withCell(2, CellField::Tag, u"t")), "1111");
+    EXPECT_EQ(known(row->with(RowField::Tag, u"t")), "1111");
+    EXPECT_EQ(known(row), "1111");
+    EXPECT_EQ(known(makeRow(sampleRow())->with(RowField::Text, u"t")), "0000");
+}
+
 TEST(RowPtrTest, CountsItsReferences) {
     RowPtr first = makeRow(sampleRow());
     RowPtr second = first;
