@@ -4,6 +4,8 @@
 #include "base/failure.h"
 #include "core/cv_log.h"
 #include "core/log_resources.h"
+#include "view/controls_object.h"
+#include "view/list_object.h"
 #include "view/log_columns.h"
 #include "view/log_control_ids.h"
 #include "view/row_copy.h"
@@ -12,7 +14,8 @@ namespace cvlog::view {
 
 LogControl::LogControl(core::Globals& globals)
     : globals_(globals),
-      lvLog_(std::make_shared<widgets::ListView>(globals.platform.collator, globals.platform.measurer)) {
+      lvLog_(std::make_shared<widgets::ListView>(globals.platform.collator, globals.platform.measurer)),
+      controls_(makeControls({{u"lvLog", makeListObject(lvLog_)}})) {
     LocaliseColumns(globals_, *lvLog_);
     lvLog_->attach(globals_.platform.peers.makeListView(*lvLog_));
     viewKey_ = core::LogViews::keyOf(*lvLog_);

@@ -20,6 +20,9 @@ public:
 
     widgets::ListView& lvLog() noexcept { return *lvLog_; }
 
+    /// What the control holds, by name.
+    const automation::ObjectRef& controls() const noexcept { return controls_; }
+
     /// In design mode the container's user edits the form that holds the control; nothing runs.
     void setDesignMode(bool designing) noexcept { designMode_ = designing; }
     bool designMode() const noexcept { return designMode_; }
@@ -45,6 +48,7 @@ private:
 
     core::Globals& globals_;
     core::LogViews::ListRef lvLog_;
+    automation::ObjectRef controls_;
     std::u16string viewKey_;
     bool designMode_ = false;
 };

@@ -63,6 +63,8 @@ const DispatchTable& LogControl::members() {
                  [](LogControl& control, Arguments) { return control.lvLog().windowHandle(); }),
         settable(u"hwnd", kHwndId, Type::Int32,
                  [](LogControl& control, Arguments) { refuseHandle(control); }),
+        readable(u"Controls", kControlsId, Type::Object,
+                 [](LogControl& control, Arguments) { return control.controls(); }),
         {u"TextWidth",
          kTextWidthId,
          MemberKind::Method,

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "automation/value.h"
+#include "widgets/list_view.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+// What the automation objects of a list and of its parts have in common. They hold the list weakly and its rows by
+// identity, so they may be kept for any time: what has gone answers with an error.
+
+namespace cvlog::view {
+
+using ListRef = std::shared_ptr<widgets::ListView>;
+using WeakList = std::weak_ptr<widgets::ListView>;
+
+/// The list, for the time of one call. Throws when its control has gone.
+ListRef liveList(const WeakList& list);
+
+/// A row that was just found.
+struct RowPlace {
+    ListRef list;
+    int position;
+
+    const widgets::RowContent& content() const noexcept { return list->row(position); }
+    /// Shows other content in this list; all others keep theirs.
+    void replace(widgets::RowPtr content) const { list->replace(position, std::move(content)); }
+};
+
+/// A row of a list, by its identity. Where it was last is where it is looked for first.
+class RowRef {
+public:
+    RowRef(const ListRef& list, int position);
+
+    /// Throws when the row is no longer in its list, or the list has gone.
+    RowPlace find() const;
+
+private:
+    WeakList list_;
+    widgets::RowId id_;
+    mutable int guess_;
+};
+
+/// The 1-based position that an index or a key names. `positionOfKey` gives 0 for an unknown key. Throws "index out of
+/// bounds" or "element not found".
+int positionIn(int count, const automation::Value& index,
+               const std::function<int(std::u16string_view)>& positionOfKey);
+
+/// Where a new element goes: at the place of an index or key, or at the end when none is given.
+int placeForNew(int count, const automation::Value& index,
+                const std::function<int(std::u16string_view)>& positionOfKey);
+
+/// The key of an icon that is given by its key or its 1-based place in the images; 0 and nothing mean no icon.
+std::u16string iconKey(const automation::Value& icon,
+                       const std::shared_ptr<const widgets::ImageList>& images);
+
+[[noreturn]] void refuseKey();
+[[noreturn]] void refuseValue();
+
+} // namespace cvlog::view
