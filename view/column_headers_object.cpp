@@ -80,8 +80,9 @@ const DispatchTable& ColumnHeader::dispatchTable() const {
         readable<Self>(u"Icon", 7, Type::Any, reads(&Column::icon)),
         settable<Self>(u"Icon", 7, Type::Any,
                        [](Self& self, const Value& value) {
+                           const Index icon(value);
                            const ListRef list = self.list();
-                           list->setColumnIcon(self.index_, iconKey(value, list->headerIcons()));
+                           list->setColumnIcon(self.index_, iconKey(icon, list->headerIcons()));
                        }),
         readable<Self>(u"Tag", 8, Type::Text, reads(&Column::tag)),
         settable<Self>(u"Tag", 8, Type::Text,
@@ -99,7 +100,7 @@ public:
     const DispatchTable& dispatchTable() const override;
 
 private:
-    ObjectRef item(const Value& index) const {
+    ObjectRef item(const Index& index) const {
         const ListRef list = liveList(list_);
         const auto columnOf = [&list](std::u16string_view key) { return list->columnOf(key); };
         return std::make_shared<ColumnHeader>(list_, positionIn(list->columnCount(), index, columnOf));
@@ -112,7 +113,7 @@ const DispatchTable& ColumnHeaders::dispatchTable() const {
     using Self = ColumnHeaders;
     static const DispatchTable table = {
         indexed<Self>(u"Item", 0, Type::Object, {{u"Index", Type::Any}},
-                      [](Self& self, std::span<Value> values) { return self.item(values[0]); }),
+                      [](Self& self, std::span<Value> values) { return self.item(Index(values[0])); }),
         readable<Self>(u"Count", 1, Type::Int32,
                        [](Self& self) { return liveList(self.list_)->columnCount(); }),
     };

@@ -1,6 +1,7 @@
 #include "view/list_face.h"
 
 #include "automation/error.h"
+#include "automation/object.h"
 
 namespace cvlog::view {
 
@@ -26,31 +27,37 @@ RowPlace RowRef::find() const {
     return place;
 }
 
-int positionIn(int count, const Value& index, const std::function<int(std::u16string_view)>& positionOfKey) {
-    if (index.is<std::u16string>()) {
-        const std::u16string& key = index.as<std::u16string>();
-        const int position = key.empty() ? 0 : positionOfKey(key);
-        if (position == 0) throw AutomationError(code::kElementNotFound, u"Element not found: " + key);
+Index::Index(const Value& value) {
+    const bool isObject = value.is<automation::ObjectRef>() && !value.isNothing();
+    const Value plain = isObject ? value.as<automation::ObjectRef>()->get(u"") : value;
+    given = !plain.isNothing();
+    isKey = plain.is<std::u16string>();
+    if (isKey)
+        key = plain.as<std::u16string>();
+    else if (given)
+        place = automation::toInt32(plain);
+}
+
+int positionIn(int count, const Index& index, const KeyLookup& positionOfKey) {
+    if (index.isKey) {
+        const int position = index.key.empty() ? 0 : positionOfKey(index.key);
+        if (position == 0) throw AutomationError(code::kElementNotFound, u"Element not found: " + index.key);
         return position;
     }
-    const std::int32_t position = automation::toInt32(index);
-    if (position < 1 || position > count)
+    if (index.place < 1 || index.place > count)
         throw AutomationError(code::kIndexOutOfBounds, u"Index out of bounds");
-    return position;
+    return index.place;
 }
 
-int placeForNew(int count, const Value& index, const std::function<int(std::u16string_view)>& positionOfKey) {
-    return index.isNothing() ? count + 1 : positionIn(count + 1, index, positionOfKey);
+int placeForNew(int count, const Index& index, const KeyLookup& positionOfKey) {
+    return index.given ? positionIn(count + 1, index, positionOfKey) : count + 1;
 }
 
-std::u16string iconKey(const Value& icon, const std::shared_ptr<const widgets::ImageList>& images) {
-    if (icon.isNothing()) return {};
-    if (icon.is<std::u16string>()) return icon.as<std::u16string>();
-    const std::int32_t place = automation::toInt32(icon);
-    if (place == 0) return {};
-    if (!images || place < 1 || place > images->count())
+std::u16string iconKey(const Index& icon, const std::shared_ptr<const widgets::ImageList>& images) {
+    if (icon.isKey || icon.place == 0) return icon.key;
+    if (!images || icon.place < 1 || icon.place > images->count())
         throw AutomationError(code::kIndexOutOfBounds, u"Index out of bounds");
-    return std::u16string(images->key(place - 1));
+    return std::u16string(images->key(icon.place - 1));
 }
 
 void refuseKey() { throw AutomationError(code::kKeyNotUnique, u"Key is not unique in collection"); }

@@ -42,18 +42,27 @@ private:
     mutable int guess_;
 };
 
-/// The 1-based position that an index or a key names. `positionOfKey` gives 0 for an unknown key. Throws "index out of
-/// bounds" or "element not found".
-int positionIn(int count, const automation::Value& index,
-               const std::function<int(std::u16string_view)>& positionOfKey);
+/// What names an element: a key, or a place from 1. Reading it may run foreign code, as an object stands for its default
+/// value; so it is read before the list is looked at.
+struct Index {
+    explicit Index(const automation::Value& value);
 
-/// Where a new element goes: at the place of an index or key, or at the end when none is given.
-int placeForNew(int count, const automation::Value& index,
-                const std::function<int(std::u16string_view)>& positionOfKey);
+    bool given = false;
+    bool isKey = false;
+    std::u16string key;
+    std::int32_t place = 0;
+};
 
-/// The key of an icon that is given by its key or its 1-based place in the images; 0 and nothing mean no icon.
-std::u16string iconKey(const automation::Value& icon,
-                       const std::shared_ptr<const widgets::ImageList>& images);
+using KeyLookup = std::function<int(std::u16string_view)>; // 0 for an unknown key
+
+/// The 1-based position of the element. Throws "index out of bounds" or "element not found".
+int positionIn(int count, const Index& index, const KeyLookup& positionOfKey);
+
+/// Where a new element goes: to the place of the one that is named, or to the end when none is.
+int placeForNew(int count, const Index& index, const KeyLookup& positionOfKey);
+
+/// The key of an icon that is given by its key or its place in the images; 0 and nothing mean no icon.
+std::u16string iconKey(const Index& icon, const std::shared_ptr<const widgets::ImageList>& images);
 
 [[noreturn]] void refuseKey();
 [[noreturn]] void refuseValue();

@@ -60,8 +60,9 @@ const DispatchTable& ListItem::dispatchTable() const {
         readable<Self>(u"SmallIcon", 4, Type::Any, reads(&RowContent::smallIcon)),
         settable<Self>(u"SmallIcon", 4, Type::Any,
                        [](Self& self, const Value& value) {
+                           const Index icon(value);
                            const ListRef list = self.row_.find().list;
-                           self.put(RowField::SmallIcon, iconKey(value, list->smallIcons()));
+                           self.put(RowField::SmallIcon, iconKey(icon, list->smallIcons()));
                        }),
         readable<Self>(u"Selected", 5, Type::Boolean,
                        [](Self& self) {

@@ -53,6 +53,7 @@ void ListObject::setSelectedItem(const ObjectRef& item) const {
     }
     const RowPlace row = rowOfItem(item).find();
     if (row.list != live) throw AutomationError(code::kElementNotFound, u"Element not found in this list");
+    widgets::ListView::Batch batch(*live);
     live->select(row.position, true);
     live->focusRow(row.position);
 }
@@ -82,12 +83,13 @@ bool rowMatches(const widgets::RowContent& row, SearchIn where, std::u16string_v
 }
 
 ObjectRef ListObject::findItem(std::span<Value> values) const {
+    const Index from(values[2]);
     const ListRef live = list();
     const std::u16string& wanted = values[0].as<std::u16string>();
     const std::int32_t where = values[1].as<std::int32_t>();
     if (where < 0 || where > static_cast<std::int32_t>(SearchIn::Tag)) refuseValue();
     const auto keys = [&live](std::u16string_view key) { return live->rowOf(key); };
-    int position = values[2].isNothing() ? 1 : positionIn(live->rowCount(), values[2], keys);
+    int position = from.given ? positionIn(live->rowCount(), from, keys) : 1;
     for (; position <= live->rowCount(); ++position)
         if (rowMatches(live->row(position), static_cast<SearchIn>(where), wanted, values[3].as<bool>()))
             return itemAt(position);

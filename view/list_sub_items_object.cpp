@@ -89,8 +89,9 @@ const DispatchTable& ListSubItem::dispatchTable() const {
         readable<Self>(u"ReportIcon", 4, Type::Any, reads(&RowContent::cellIcon)),
         settable<Self>(u"ReportIcon", 4, Type::Any,
                        [](Self& self, const Value& value) {
+                           const Index icon(value);
                            const ListRef list = self.find().row.list;
-                           self.put(CellField::Icon, iconKey(value, list->smallIcons()));
+                           self.put(CellField::Icon, iconKey(icon, list->smallIcons()));
                        }),
         readable<Self>(u"ToolTipText", 5, Type::Text, reads(&RowContent::cellToolTip)),
         settable<Self>(u"ToolTipText", 5, Type::Text, writes(CellField::ToolTip)),
@@ -105,7 +106,7 @@ public:
     const DispatchTable& dispatchTable() const override;
 
 private:
-    static int cellIn(const widgets::RowContent& row, const Value& index) {
+    static int cellIn(const widgets::RowContent& row, const Index& index) {
         return positionIn(row.cellCount(), index,
                           [&row](std::u16string_view key) { return row.cellOf(key); });
     }
@@ -113,29 +114,31 @@ private:
         return std::make_shared<ListSubItem>(row_, cell, row.content().cellKey(cell));
     }
     ObjectRef add(std::span<Value> values) const;
-    void remove(const Value& index) const;
+    void remove(const Index& index) const;
 
     RowRef row_;
 };
 
 ObjectRef ListSubItems::add(std::span<Value> values) const {
+    const Index before(values[0]);
+    const Index icon(values[3]);
     const RowPlace place = row_.find();
     const widgets::RowContent& row = place.content();
     const std::u16string& key = values[1].as<std::u16string>();
     if (hasKey(row, key)) refuseKey();
-    const int cell = placeForNew(row.cellCount(), values[0],
+    const int cell = placeForNew(row.cellCount(), before,
                                  [&row](std::u16string_view wanted) { return row.cellOf(wanted); });
     widgets::Row changed = row.edit();
     changed.cells.insert(changed.cells.begin() + cell - 1, {key,
                                                             values[2].as<std::u16string>(),
                                                             {},
-                                                            iconKey(values[3], place.list->smallIcons()),
+                                                            iconKey(icon, place.list->smallIcons()),
                                                             values[4].as<std::u16string>()});
     place.replace(widgets::makeRow(changed));
     return itemAt(place, cell);
 }
 
-void ListSubItems::remove(const Value& index) const {
+void ListSubItems::remove(const Index& index) const {
     const RowPlace place = row_.find();
     const int cell = cellIn(place.content(), index);
     widgets::Row changed = place.content().edit();
@@ -148,8 +151,9 @@ const DispatchTable& ListSubItems::dispatchTable() const {
     static const DispatchTable table = {
         indexed<Self>(u"Item", 0, Type::Object, {{u"Index", Type::Any}},
                       [](Self& self, std::span<Value> values) {
+                          const Index index(values[0]);
                           const RowPlace place = self.row_.find();
-                          return self.itemAt(place, cellIn(place.content(), values[0]));
+                          return self.itemAt(place, cellIn(place.content(), index));
                       }),
         readable<Self>(u"Count", 1, Type::Int32,
                        [](Self& self) { return self.row_.find().content().cellCount(); }),
@@ -159,7 +163,7 @@ const DispatchTable& ListSubItems::dispatchTable() const {
                       optional(u"ToolTipText", Type::Text)},
                      [](Self& self, std::span<Value> values) { return self.add(values); }),
         method<Self>(u"Remove", 3, Type::Nothing, {{u"Index", Type::Any}},
-                     [](Self& self, std::span<Value> values) { self.remove(values[0]); }),
+                     [](Self& self, std::span<Value> values) { self.remove(Index(values[0])); }),
         method<Self>(u"Clear", 4, Type::Nothing, {},
                      [](Self& self, std::span<Value>) {
                          const RowPlace place = self.row_.find();

@@ -174,12 +174,13 @@ private:
     /// A screen that fails must not put this list out of step with the others: the list's own state is what counts.
     template <class Change>
     void tellPeer(Change&& change) const noexcept {
-        if (peer_) base::ignoring([&] { change(*peer_); });
+        // What it does may run foreign code, which may take the peer away: it stays until it is done.
+        if (const std::shared_ptr<ListViewPeer> keep = peer_) base::ignoring([&] { change(*keep); });
     }
 
     ports::Collator& collator_;
     ports::TextMeasurer& measurer_;
-    std::unique_ptr<ListViewPeer> peer_;
+    std::shared_ptr<ListViewPeer> peer_;
     ListViewOwner* owner_ = nullptr;
     GapBuffer<Entry> rows_;
     RowKeyBook rowKeys_;

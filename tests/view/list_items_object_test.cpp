@@ -2,6 +2,8 @@
 
 #include "tests/view/list_face_fixture.h"
 
+#include <functional>
+
 namespace cvlog::view {
 namespace {
 
@@ -49,6 +51,40 @@ TEST_F(ListItemsTest, AddsAtTheEndOrAtAPlace) {
     child(items, u"Add", u"key", Missing{}, u"before");
     EXPECT_EQ(texts().front(), u"before");
     EXPECT_EQ(peerOf(world.list()).told("rowsInserted"), 6);
+}
+
+/// A host's object whose default value is a place in the list, and that does something when it is asked.
+class MeddlingIndex : public automation::DispatchObject {
+public:
+    const automation::DispatchTable& dispatchTable() const override {
+        static const automation::DispatchTable table = {
+            {u"Value",
+             0,
+             automation::MemberKind::PropertyGet,
+             automation::Type::Int32,
+             {},
+             automation::on<MeddlingIndex>([](MeddlingIndex& self, std::span<Value>) {
+                 self.meddle();
+                 return self.place;
+             })}};
+        return table;
+    }
+    std::function<void()> meddle = [] {};
+    std::int32_t place = 3;
+};
+
+TEST_F(ListItemsTest, AnIndexThatIsAnObjectMayEmptyTheListWhileItIsRead) {
+    const auto index = std::make_shared<MeddlingIndex>();
+    EXPECT_EQ(text(child(items, u"Item", index), u"Text"), u"b");
+    const ObjectRef row = item(1);
+    index->meddle = [this] { world.list().clear(); };
+    EXPECT_EQ(codeOf([&] { items->invoke(u"Add", index); }), code::kIndexOutOfBounds);
+    EXPECT_EQ(codeOf([&] { items->invoke(u"Item", index); }), code::kIndexOutOfBounds);
+    EXPECT_EQ(codeOf([&] { items->invoke(u"Remove", index); }), code::kIndexOutOfBounds);
+    EXPECT_EQ(codeOf([&] { face->invoke(u"FindItem", u"a", 0, index); }), code::kIndexOutOfBounds);
+    EXPECT_EQ(codeOf([&] { row->put(u"SmallIcon", index); }), code::kElementGone);
+    EXPECT_EQ(codeOf([&] { row->invoke(u"ListSubItems", index); }), code::kElementGone);
+    EXPECT_EQ(world.list().rowCount(), 0);
 }
 
 TEST_F(ListItemsTest, AddsNothingForAWrongPlaceKeyOrIcon) {

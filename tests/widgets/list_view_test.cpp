@@ -228,6 +228,30 @@ TEST_F(ListViewTest, ReplacesContentInThisListOnly) {
     EXPECT_THROW(list.setCellTag(1, u"None", u"t"), std::out_of_range);
 }
 
+TEST_F(ListViewTest, KeepsAPeerThatIsTakenAwayWhileItIsToldUntilItIsDone) {
+    class LeavingPeer : public platform::headless::HeadlessListViewPeer {
+    public:
+        LeavingPeer(ListView& owner, const platform::headless::CallGate& calls,
+                    platform::headless::PeerBook& shared, bool& left)
+            : HeadlessListViewPeer(owner, calls, shared, false), owner_(owner), left_(left) {}
+        ~LeavingPeer() override { left_ = true; }
+        void appearanceChanged() override {
+            owner_.attach(nullptr);
+            EXPECT_FALSE(left_) << "it is still at work";
+        }
+
+    private:
+        ListView& owner_;
+        bool& left_;
+    };
+    bool left = false;
+    ListView other(collator, measurer);
+    other.attach(std::make_unique<LeavingPeer>(other, gate, factory.book, left));
+    other.setEnabled(false);
+    EXPECT_TRUE(left);
+    EXPECT_EQ(other.peer(), nullptr);
+}
+
 TEST_F(ListViewTest, FindsRowsByTheirKeysWhereverTheyMove) {
     fill({u"c", u"a", u"b"});
     EXPECT_TRUE(list.setRowKey(1, u"Third"));

@@ -114,6 +114,54 @@ Log.CloseDB
 WScript.Quit 7
 )vbs";
 
+constexpr char kListScript[] = R"vbs(
+Option Explicit
+Sub Check(Condition, Number)
+    If Not Condition Then WScript.Quit Number
+End Sub
+
+Dim Ctl, List, Item, Header, i, Walked
+Set Ctl = CreateObject("CVLog3.CVLogControl")
+Set List = Ctl.Controls("lvLog")
+Check Ctl.Controls.Count = 1, 10
+For i = 1 To 3
+    Set Item = List.ListItems.Add(i, "key" & i, "row " & i)
+    Item.Tag = "tag " & i
+    Item.SubItems(2) = "method " & i
+Next
+Walked = ""
+For i = 1 To Ctl.Controls("lvLog").ListItems.Count
+    Walked = Walked & List.ListItems(i).Text & "/" & List.ListItems(i).Tag & "/"
+    Walked = Walked & List.ListItems(i).SubItems(2) & ";"
+Next
+Check Walked = "row 1/tag 1/method 1;row 2/tag 2/method 2;row 3/tag 3/method 3;", 11
+Walked = ""
+For i = 1 To List.ColumnHeaders.Count
+    Set Header = List.ColumnHeaders(i)
+    If Header.Width > 0 Then Walked = Walked & Header.Key & " "
+Next
+Check Walked = "Date Elapsed Method Type Name Result Message ", 12
+Check List.ListItems("KEY2").Index = 2, 13
+Check List.ListItems(2).ListSubItems("Method").Text = "method 2", 14
+Check List.ListItems(2).ListSubItems.Count = 2, 15
+Check List.SelectedItem Is Nothing, 16
+Set List.SelectedItem = List.ListItems(3)
+Check List.SelectedItem.Key = "key3", 17
+List.SortOrder = 1
+List.Sorted = True
+Check List.ListItems(1).Text = "row 3", 18
+Check List.FindItem("ROW 1").Index = 3, 19
+List.ListItems.Remove "key1"
+Check List.ListItems.Count = 2, 20
+On Error Resume Next
+i = List.ListItems(3).Text
+Check (Err.Number And &HFFFF&) = 35600, 21
+Err.Clear
+i = Ctl.Controls("none").hWnd
+Check (Err.Number And &HFFFF&) = 730, 22
+WScript.Quit 7
+)vbs";
+
 std::wstring system32() {
     wchar_t path[MAX_PATH];
     GetSystemDirectoryW(path, MAX_PATH);
@@ -151,15 +199,24 @@ private:
     DWORD code_;
 };
 
+DWORD runScript(const ProjectFolder& folder, const char* script) {
+    const std::wstring file = folder.path() + L"\\host.vbs";
+    std::ofstream(std::filesystem::path(file), std::ios::binary) << script;
+    return run(L"\"" + system32() + L"\\cscript.exe\" //nologo \"" + file + L"\" \"" + folder.path() + L"\"");
+}
+
 TEST(ScriptClient, AScriptHostAddsAnEntryAndReadsItsRecordThroughTheLogsDatabase) {
     const Registration registration;
     ASSERT_EQ(registration.code(), 0U);
     const ProjectFolder project;
-    const std::wstring script = project.path() + L"\\host.vbs";
-    std::ofstream(std::filesystem::path(script), std::ios::binary) << kScript;
-    EXPECT_EQ(
-        run(L"\"" + system32() + L"\\cscript.exe\" //nologo \"" + script + L"\" \"" + project.path() + L"\""),
-        7U);
+    EXPECT_EQ(runScript(project, kScript), 7U);
+}
+
+TEST(ScriptClient, AScriptWalksAndChangesTheListOfAControl) {
+    const Registration registration;
+    ASSERT_EQ(registration.code(), 0U);
+    const ProjectFolder folder;
+    EXPECT_EQ(runScript(folder, kListScript), 7U);
 }
 
 TEST(ScriptClient, RegistrationAndItsRemovalLeaveNoClassBehind) {
