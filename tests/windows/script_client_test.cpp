@@ -155,10 +155,10 @@ List.ListItems.Remove "key1"
 Check List.ListItems.Count = 2, 20
 On Error Resume Next
 i = List.ListItems(3).Text
-Check (Err.Number And &HFFFF&) = 35600, 21
+Check 35600 = (Err.Number And &HFFFF&), 21
 Err.Clear
 i = Ctl.Controls("none").hWnd
-Check (Err.Number And &HFFFF&) = 730, 22
+Check 730 = (Err.Number And &HFFFF&), 22
 WScript.Quit 7
 )vbs";
 
