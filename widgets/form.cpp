@@ -64,15 +64,21 @@ void Form::takeOffList() noexcept {
 
 void Form::show(std::int32_t ownerWindow) {
     if (!peer_) throw std::logic_error("the form is unloaded");
+    const std::shared_ptr<FormOwner> keep = owner_.lock();
     peer_->show(ownerWindow);
-    visible_ = true;
+    visible_ = isLoaded(); // its owner may unload it when it hears of its size
 }
 
 void Form::showModal(std::int32_t ownerWindow) {
     if (!peer_) throw std::logic_error("the form is unloaded");
     const std::shared_ptr<FormOwner> keep = owner_.lock();
     visible_ = true;
-    peer_->runModal(ownerWindow);
+    try {
+        peer_->runModal(ownerWindow);
+    } catch (...) {
+        visible_ = false;
+        throw;
+    }
 }
 
 void Form::bringToFront() {

@@ -61,9 +61,11 @@ OwnWindowClass::~OwnWindowClass() {
     if (--classHolders == 0) UnregisterClassW(kClassName, thisModule());
 }
 
-HWND makeOwnWindow(MessageHandler& handler, DWORD style, DWORD extendedStyle, HWND parent) {
-    const HWND window = CreateWindowExW(extendedStyle, kClassName, L"", style, 0, 0, 0, 0, parent, nullptr,
-                                        thisModule(), &handler);
+HWND makeOwnWindow(MessageHandler& handler, DWORD style, DWORD extendedStyle, HWND parent,
+                   bool placedBySystem) {
+    const int place = placedBySystem ? CW_USEDEFAULT : 0;
+    const HWND window = CreateWindowExW(extendedStyle, kClassName, L"", style, place, place, place, place, parent,
+                                        nullptr, thisModule(), &handler);
     if (!window) throw std::runtime_error("no window");
     return window;
 }

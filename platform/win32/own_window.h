@@ -26,8 +26,9 @@ public:
     OwnWindowClass& operator=(const OwnWindowClass&) = delete;
 };
 
-/// Makes a window of our class, which somebody must hold until it is gone. The handler must live until `windowGone`.
-/// Throws std::runtime_error when the system makes no window.
-HWND makeOwnWindow(MessageHandler& handler, DWORD style, DWORD extendedStyle, HWND parent);
+/// Makes a window of our class, which somebody must hold until it is gone. The handler must live until `windowGone`. It
+/// is empty, or where and as large as the system chooses. Throws std::runtime_error when the system makes no window.
+HWND makeOwnWindow(MessageHandler& handler, DWORD style, DWORD extendedStyle, HWND parent,
+                   bool placedBySystem = false);
 
 } // namespace cvlog::platform::win32

@@ -5,11 +5,13 @@
 
 namespace cvlog::platform::win32 {
 
-/// Makes lists' windows. The host outlives the factory and the peers.
+/// Makes the windows of lists and forms, and the system's timers. The host outlives the factory and the peers.
 class PeerFactory : public widgets::PeerFactory {
 public:
     explicit PeerFactory(HostWindow& host) noexcept : host_(host) {}
     std::unique_ptr<widgets::ListViewPeer> makeListView(widgets::ListView& list) override;
+    std::unique_ptr<widgets::FormPeer> makeForm(widgets::Form& form) override;
+    std::unique_ptr<widgets::TimerPeer> makeTimer(widgets::Timer& timer) override;
 
 private:
     HostWindow& host_;

@@ -19,6 +19,11 @@ GetDpiForWindowCall findGetDpiForWindow() noexcept {
         reinterpret_cast<void*>(GetProcAddress(user32, "GetDpiForWindow"))); // Windows 10 and later
 }
 
+LONG edgeInPixels(base::Twips twips, int dpi) noexcept {
+    const double pixels = std::round(static_cast<double>(twips) * dpi / kTwipsAnInch);
+    return std::isnan(pixels) ? 0 : static_cast<LONG>(std::clamp(pixels, -kLargestPixels, kLargestPixels));
+}
+
 } // namespace
 
 int screenDpi() noexcept {
@@ -43,6 +48,19 @@ int toPixels(base::Twips twips, int dpi) noexcept {
 
 base::Twips toTwips(int pixels, int dpi) noexcept {
     return static_cast<base::Twips>(pixels * kTwipsAnInch / dpi);
+}
+
+RECT toPixels(const base::Area& area, int dpi) noexcept {
+    const LONG left = edgeInPixels(area.left, dpi);
+    const LONG top = edgeInPixels(area.top, dpi);
+    return {left, top, std::max(left, edgeInPixels(area.left + area.width, dpi)),
+            std::max(top, edgeInPixels(area.top + area.height, dpi))};
+}
+
+base::Area toTwips(const RECT& area, int dpi) noexcept {
+    return {toTwips(static_cast<int>(area.left), dpi), toTwips(static_cast<int>(area.top), dpi),
+            toTwips(static_cast<int>(area.right - area.left), dpi),
+            toTwips(static_cast<int>(area.bottom - area.top), dpi)};
 }
 
 } // namespace cvlog::platform::win32

@@ -8,6 +8,7 @@
 #include "platform/win32/module.h"
 #include "platform/win32/peer_factory.h"
 #include "platform/win32/pictures.h"
+#include "platform/win32/screens.h"
 #include "platform/win32/settings_store.h"
 #include "platform/win32/text_measurer.h"
 #include "platform/win32/user_language.h"
@@ -25,6 +26,7 @@ struct Services {
     SettingsStore settings;
     Collator collator;
     TextMeasurer measurer;
+    Screens screens;
     Pictures pictures{thisModule()};
     WindowMessages windowMessages;
     PeerFactory peers{host};
