@@ -47,11 +47,11 @@ void FormControls::settle(const Placed& control) const noexcept {
 }
 
 void FormControls::add(const widgets::Label& label) {
-    makeControl(L"STATIC", label.caption, SS_LEFT | SS_NOPREFIX, label.area, 0);
+    makeControl(L"STATIC", label.caption, SS_LEFT | SS_NOPREFIX | SS_EDITCONTROL, label.area, 0);
 }
 
 void FormControls::add(const widgets::Button& button) {
-    const int command = kFirstButton + static_cast<int>(buttons_.size());
+    const int command = button.isCancel ? IDCANCEL : kFirstButton + static_cast<int>(buttons_.size());
     const HWND made =
         makeControl(L"BUTTON", button.caption, BS_PUSHBUTTON | BS_NOTIFY | WS_TABSTOP, button.area, command);
     buttons_.push_back({made, &button});
@@ -71,8 +71,7 @@ int FormControls::commandOf(const PushButton& button) const noexcept {
 
 const widgets::Button* FormControls::pressed(int command) const noexcept {
     const auto found = std::ranges::find_if(buttons_, [&](const PushButton& each) {
-        return commandOf(each) == command || (command == IDOK && each.button->isDefault) ||
-               (command == IDCANCEL && each.button->isCancel);
+        return commandOf(each) == command || (command == IDOK && each.button->isDefault);
     });
     return found == buttons_.end() ? nullptr : found->button;
 }

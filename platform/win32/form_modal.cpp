@@ -16,6 +16,13 @@ BOOL CALLBACK collectWindow(HWND window, LPARAM collected) {
 
 bool takesInput(HWND window) noexcept { return window && IsWindowVisible(window) && IsWindowEnabled(window); }
 
+/// Enter and Esc go to where the focus is when no button stands for them.
+bool isForForm(HWND form, const MSG& message) noexcept {
+    if (message.message != WM_KEYDOWN) return true;
+    if (message.wParam == VK_RETURN) return HIWORD(SendMessageW(form, DM_GETDEFID, 0, 0)) == DC_HASDEFID;
+    return message.wParam != VK_ESCAPE || GetDlgItem(form, IDCANCEL);
+}
+
 } // namespace
 
 ModalRun::ModalRun(HWND window) : window_(window), activeBefore_(GetActiveWindow()) {
@@ -47,7 +54,7 @@ bool ModalRun::takeMessages() {
             PostQuitMessage(static_cast<int>(message.wParam));
             return false;
         }
-        if (IsDialogMessageW(window_, &message)) continue;
+        if (isForForm(window_, message) && IsDialogMessageW(window_, &message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }

@@ -185,6 +185,23 @@ TEST_F(Win32ModalForm, TakesAltAndAMarkedLetter) {
     EXPECT_EQ(pressed_, (std::vector<std::string>{"two"}));
 }
 
+TEST_F(Win32ModalForm, LeavesEnterAndEscapeToAListWithoutButtons) {
+    struct Owner : widgets::ListViewOwner {
+        void keyPressed(widgets::KeyEvent& event) override { codes.push_back(event.code); }
+        std::vector<int> codes;
+    } owner;
+    model_->setOwner(&owner);
+    shown_->form.place(*model_, {0, 0, 3000, 1500});
+    run([&] {
+        EXPECT_EQ(GetFocus(), window_->list());
+        key(VK_RETURN);
+        key(VK_ESCAPE);
+        PostMessageW(windowOf(*shown_), WM_CLOSE, 0, 0);
+    });
+    model_->setOwner(nullptr);
+    EXPECT_EQ(owner.codes, (std::vector<int>{VK_RETURN, VK_ESCAPE}));
+}
+
 TEST_F(Win32ModalForm, EscapeWithoutACancelButtonDoesNothing) {
     run([&] {
         PostMessageW(windowOf(*shown_), WM_KEYDOWN, VK_ESCAPE, 1);

@@ -86,6 +86,20 @@ TEST_F(Win32Form, ParksItsListBeforeItTellsThatItIsLost) {
     EXPECT_FALSE(shown->form.isLoaded());
 }
 
+TEST_F(Win32Form, MayLoseItsWindowWhileItGoes) {
+    auto host = std::make_unique<HostsWindow>();
+    const auto shown = make();
+    shown->form.place(*model_, {0, 0, 3000, 1500});
+    shown->form.show(host->handle());
+    const HWND window = windowOf(*shown);
+    shown->atUnload = [&] { host.reset(); };
+    SendMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_FALSE(shown->form.isLoaded());
+    EXPECT_EQ(shown->unloads, (std::vector<std::string>{"query: user", "unload"}));
+    EXPECT_TRUE(IsWindow(window_->list()));
+}
+
 TEST_F(Win32Form, ClosesByAltF4) {
     const auto shown = make();
     addButtons(*shown);
