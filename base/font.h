@@ -12,6 +12,7 @@ struct Font {
     bool italic = false;
     bool underline = false;
     bool strikethrough = false;
+    int charset = 1; // as systems number them; 1 leaves the choice to the system
     friend bool operator==(const Font&, const Font&) = default;
 };
 

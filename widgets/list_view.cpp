@@ -112,8 +112,8 @@ int ListView::selectedRow() const noexcept {
 }
 
 void ListView::setFont(const base::Font& font) {
+    fontNumber_ = measurer_.fontNumber(font); // the first that can fail, so that a list never has half a font
     font_ = font;
-    fontNumber_ = measurer_.fontNumber(font);
     std::fill(widest_.begin(), widest_.end(), Widest{});
     tellPeer([](ListViewPeer& peer) { peer.appearanceChanged(); });
 }

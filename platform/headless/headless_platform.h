@@ -4,6 +4,8 @@
 #include "platform/headless/headless_clock.h"
 #include "platform/headless/headless_collator.h"
 #include "platform/headless/headless_peer_factory.h"
+#include "platform/headless/headless_fonts.h"
+#include "platform/headless/headless_list_view_peer.h"
 #include "platform/headless/headless_pictures.h"
 #include "platform/headless/headless_screens.h"
 #include "platform/headless/headless_text_measurer.h"
@@ -31,6 +33,7 @@ struct HeadlessPlatform {
     HeadlessScreens screens;
     HeadlessPictures pictures{gate, files};
     RecordingWindowMessages windowMessages{gate};
+    HeadlessFonts fonts{gate};
     HeadlessPeerFactory peers{gate};
     resources::Language language = resources::Language::English;
 };

@@ -21,7 +21,7 @@ FontHandle makeFont(const base::Font& font, int dpi) {
     wanted.lfItalic = font.italic ? TRUE : FALSE;
     wanted.lfUnderline = font.underline ? TRUE : FALSE;
     wanted.lfStrikeOut = font.strikethrough ? TRUE : FALSE;
-    wanted.lfCharSet = DEFAULT_CHARSET;
+    wanted.lfCharSet = static_cast<BYTE>(std::clamp(font.charset, 0, 255));
     const std::size_t length = std::min<std::size_t>(font.face.size(), LF_FACESIZE - 1);
     std::copy_n(font.face.begin(), length, wanted.lfFaceName);
     FontHandle made(CreateFontIndirectW(&wanted));
