@@ -1,6 +1,7 @@
 #pragma once
 
 #include "com/module.h"
+#include "com/ole_fonts.h"
 #include "core/globals.h"
 #include "platform/win32/services.h"
 
@@ -37,7 +38,11 @@ public:
 
 private:
     ModuleLock lock_; // windows may outlive all objects, and messages under way the last of them
-    platform::win32::Services services_;
+    struct Services : platform::win32::Services {
+        OleFonts fonts;
+    };
+
+    Services services_;
     std::unique_ptr<store::Engine> engine_;
     std::unique_ptr<core::Globals> globals_;
 };

@@ -2,6 +2,7 @@
 
 #include "core/adding.h"
 #include "core/cv_log.h"
+#include "core/log_resources.h"
 #include "core/series_report.h"
 #include "host/log_visibility.h"
 #include "store/log_database.h"
@@ -17,6 +18,8 @@ using automation::on;
 using automation::Type;
 using automation::Value;
 using Arguments = std::span<Value>;
+
+constexpr std::int32_t kFontId = 0x6803001a;
 
 // Placement by these four has never worked; old hosts still set them.
 Member ignoredGet(std::u16string_view name, std::int32_t id) {
@@ -172,6 +175,17 @@ const DispatchTable& CVLog::members() {
          {{.name = u"KeyCode", .type = Type::Int16, .byReference = true},
           {.name = u"Shift", .type = Type::Int16, .byReference = true}},
          on<CVLog>(keyDown)},
+        {u"Font", kFontId, MemberKind::PropertyGet, Type::Object, {}, on<CVLog>([](CVLog& log, Arguments) {
+             return ResourceFont(log.globals());
+         })},
+        {u"Font",
+         kFontId,
+         MemberKind::PropertyPut,
+         Type::Nothing,
+         {{u"Font", Type::Object}},
+         on<CVLog>([](CVLog& log, Arguments a) {
+             SetResourceFont(log.globals(), a[0].as<automation::ObjectRef>());
+         })},
     };
     return table;
 }

@@ -10,6 +10,7 @@
 #include "ports/clock.h"
 #include "ports/collator.h"
 #include "ports/file_system.h"
+#include "ports/fonts.h"
 #include "ports/message_boxes.h"
 #include "ports/pictures.h"
 #include "ports/screens.h"
@@ -46,6 +47,7 @@ struct Platform {
     ports::Pictures& pictures;
     ports::Screens& screens;
     ports::WindowMessages& windowMessages;
+    ports::Fonts& fonts;
     widgets::PeerFactory& peers;
     store::Engine& engine;
     resources::Language language;
@@ -63,6 +65,7 @@ struct Platform {
             .pictures = services.pictures,
             .screens = services.screens,
             .windowMessages = services.windowMessages,
+            .fonts = services.fonts,
             .peers = services.peers,
             .engine = engine,
             .language = services.language,
@@ -105,6 +108,7 @@ struct PlacementState {
 struct LogResources {
     std::shared_ptr<widgets::ImageList> ilLog;
     std::shared_ptr<widgets::ImageList> ilSort;
+    automation::ObjectRef Font; // none until it is first asked for
 };
 
 /// The state that all objects of one apartment share. Passed by reference; there is no other mutable state.

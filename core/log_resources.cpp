@@ -1,6 +1,7 @@
 #include "core/log_resources.h"
 
 #include "base/failure.h"
+#include "hostapi/font_object.h"
 
 namespace cvlog::core {
 
@@ -24,6 +25,17 @@ LogResources& LoadLogResources(Globals& globals) {
         globals.frmLogResources = std::move(form);
     }
     return *globals.frmLogResources;
+}
+
+automation::ObjectRef ResourceFont(Globals& globals) {
+    LogResources& form = LoadLogResources(globals);
+    if (!form.Font) form.Font = globals.platform.fonts.make(base::Font());
+    return form.Font;
+}
+
+void SetResourceFont(Globals& globals, const automation::ObjectRef& font) {
+    hostapi::FontObject(font).read();
+    LoadLogResources(globals).Font = font; // what the font ran may have unloaded the form
 }
 
 void AttachImageLists(Globals& globals, widgets::ListView& list) noexcept {

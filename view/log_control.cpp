@@ -6,6 +6,7 @@
 #include "core/log_resources.h"
 #include "view/controls_object.h"
 #include "view/list_object.h"
+#include "hostapi/font_object.h"
 #include "view/log_columns.h"
 #include "view/log_control_ids.h"
 #include "view/row_copy.h"
@@ -15,7 +16,8 @@ namespace cvlog::view {
 LogControl::LogControl(core::Globals& globals)
     : globals_(globals),
       lvLog_(std::make_shared<widgets::ListView>(globals.platform.collator, globals.platform.measurer)),
-      controls_(makeControls({{u"lvLog", makeListObject(lvLog_)}})) {
+      controls_(makeControls({{u"lvLog", makeListObject(lvLog_)}})),
+      font_(globals.platform.fonts, [this](const base::Font& font) { fontChanged(font); }) {
     LocaliseColumns(globals_, *lvLog_);
     lvLog_->attach(globals_.platform.peers.makeListView(*lvLog_));
     viewKey_ = core::LogViews::keyOf(*lvLog_);
@@ -46,22 +48,89 @@ void LogControl::leaveViews() noexcept {
 LogControl::~LogControl() { leaveViews(); }
 
 void LogControl::setBackColor(std::uint32_t colour) {
+    askToChange(kBackColorId);
     lvLog_->setColours({colour, lvLog_->colours().fore});
     markChanged(kBackColorId);
 }
 
 void LogControl::setForeColor(std::uint32_t colour) {
+    askToChange(kForeColorId);
     lvLog_->setColours({lvLog_->colours().back, colour});
     markChanged(kForeColorId);
 }
 
 void LogControl::setEnabled(bool enabled) {
+    askToChange(kEnabledId);
     lvLog_->setEnabled(enabled);
     markChanged(kEnabledId);
 }
 
-void LogControl::markChanged(std::int32_t property) const {
-    if (propertyChanged) propertyChanged(property);
+automation::ObjectRef LogControl::font() {
+    if (!font_.object()) font_.hold(globals_.platform.fonts.make(lvLog_->font()));
+    return font_.object();
+}
+
+void LogControl::setFont(const automation::ObjectRef& font) {
+    askToChange(kFontId);
+    const base::Font look = hostapi::FontObject(font).read();
+    lvLog_->setFont(look);
+    font_.hold(font);
+    ownFont_ = true;
+    markChanged(kFontId);
+}
+
+void LogControl::fontChanged(const base::Font& font) {
+    lvLog_->setFont(font);
+    ownFont_ = true;
+    markChanged(kFontId);
+}
+
+void LogControl::setAmbientFont(const std::optional<base::Font>& font) {
+    ambientFont_ = font;
+    if (!ownFont_) useDefaultFont();
+}
+
+void LogControl::useDefaultFont() {
+    const bool sameLook = lvLog_->font() == defaultFont();
+    if (!ownFont_ && sameLook) return;
+    if (!sameLook) lvLog_->setFont(defaultFont());
+    ownFont_ = false;
+    font_.hold(
+        nullptr); // a new object when asked: the container's own is never handed out for others to change
+}
+
+ControlProperties LogControl::properties() {
+    ControlProperties now{lvLog_->colours().back, lvLog_->colours().fore, lvLog_->enabled(), nullptr};
+    if (ownFont_ && lvLog_->font() != defaultFont()) now.font = font();
+    return now;
+}
+
+void LogControl::restore(const ControlProperties& stored) {
+    std::optional<base::Font> look;
+    if (stored.font) look = hostapi::FontObject(stored.font).read();
+    lvLog_->setColours({stored.backColor, lvLog_->colours().fore});
+    lvLog_->setColours({stored.backColor, stored.foreColor});
+    lvLog_->setEnabled(stored.enabled);
+    if (look) {
+        lvLog_->setFont(*look);
+        font_.hold(stored.font);
+        ownFont_ = true;
+    } else {
+        useDefaultFont();
+    }
+    unsaved_ = false;
+}
+
+void LogControl::askToChange(std::int32_t property) const {
+    const auto ask = mayChange; // who is asked may destroy what asks
+    if (ask && !ask(property))
+        throw automation::AutomationError(automation::code::kSetNotPermitted, u"Set not permitted");
+}
+
+void LogControl::markChanged(std::int32_t property) {
+    unsaved_ = true;
+    const auto tell = propertyChanged; // and who is told; nothing of the control is used afterwards
+    if (tell) tell(property);
 }
 
 void LogControl::passFocus(bool got, std::u16string_view event) noexcept {

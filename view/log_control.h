@@ -2,9 +2,12 @@
 
 #include "automation/dispatch_table.h"
 #include "core/globals.h"
+#include "view/control_properties.h"
+#include "view/live_font.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace cvlog::view {
 
@@ -27,7 +30,10 @@ public:
     void setDesignMode(bool designing) noexcept { designMode_ = designing; }
     bool designMode() const noexcept { return designMode_; }
 
-    /// Called with the dispatch id of a property that was put.
+    /// Asked with the dispatch id before a property is put; false refuses the put.
+    std::function<bool(std::int32_t)> mayChange;
+
+    /// Called with the dispatch id of a property that was put, and of a font that was changed.
     std::function<void(std::int32_t)> propertyChanged;
 
     /// Called when the list got or lost the focus, before the log tells its host.
@@ -37,6 +43,21 @@ public:
     void setForeColor(std::uint32_t colour);
     void setEnabled(bool enabled);
 
+    /// The list's font object, made when it is first asked for. What is changed in it is seen in the list.
+    automation::ObjectRef font();
+    /// Replaces the list's font object. Nothing and what is no font are refused, and the font stays.
+    void setFont(const automation::ObjectRef& font);
+    /// The container's font: the list's as long as no other was put or restored. None: the container has none.
+    void setAmbientFont(const std::optional<base::Font>& font);
+
+    /// What a container has to store.
+    ControlProperties properties();
+    /// Takes over what a container has stored; nobody is told. A font that is none fails before anything is changed.
+    void restore(const ControlProperties& stored);
+    /// Something to store has changed since the control was made, restored or saved.
+    bool unsaved() const noexcept { return unsaved_; }
+    void markSaved() noexcept { unsaved_ = false; }
+
 private:
     void mouseReleased(widgets::MouseButton button) override;
     void gotFocus() override;
@@ -44,13 +65,21 @@ private:
     void fillList();
     void leaveViews() noexcept;
     void passFocus(bool got, std::u16string_view event) noexcept;
-    void markChanged(std::int32_t property) const;
+    void askToChange(std::int32_t property) const;
+    void markChanged(std::int32_t property);
+    base::Font defaultFont() const { return ambientFont_.value_or(base::Font()); }
+    void fontChanged(const base::Font& font);
+    void useDefaultFont();
 
     core::Globals& globals_;
     core::LogViews::ListRef lvLog_;
     automation::ObjectRef controls_;
     std::u16string viewKey_;
     bool designMode_ = false;
+    bool unsaved_ = false;
+    bool ownFont_ = false; // put, restored or changed: no longer the container's
+    std::optional<base::Font> ambientFont_;
+    LiveFont font_;
 };
 
 } // namespace cvlog::view

@@ -6,6 +6,7 @@ namespace cvlog::view {
 
 // The dispatch ids that automation keeps for the properties every control has.
 inline constexpr std::int32_t kBackColorId = -501;
+inline constexpr std::int32_t kFontId = -512;
 inline constexpr std::int32_t kForeColorId = -513;
 inline constexpr std::int32_t kEnabledId = -514;
 inline constexpr std::int32_t kHwndId = -515;

@@ -5,7 +5,6 @@
 #include "platform/headless/headless_collator.h"
 #include "platform/headless/headless_peer_factory.h"
 #include "platform/headless/headless_fonts.h"
-#include "platform/headless/headless_list_view_peer.h"
 #include "platform/headless/headless_pictures.h"
 #include "platform/headless/headless_screens.h"
 #include "platform/headless/headless_text_measurer.h"
