@@ -1,9 +1,9 @@
 #include "com/control_shell.h"
 
+#include "com/event_point.h"
 #include "com/firewall.h"
 #include "com/guids.h"
 #include "com/type_library.h"
-#include "com/variants.h"
 #include "platform/win32/list_view_window.h"
 
 #include <olectl.h>
@@ -16,28 +16,22 @@ constexpr SIZEL kDefaultExtent = {12'000, 6'000}; // in hundredths of a millimet
 constexpr DWORD kMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
                               OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
 
-automation::Value ambient(IOleClientSite* site, DISPID id) {
-    ComPtr<IDispatch> properties;
-    if (!site || FAILED(site->QueryInterface(IID_IDispatch, &properties))) return {};
-    VARIANT value;
-    VariantInit(&value);
-    DISPPARAMS none = {};
-    const HRESULT result = properties->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
-                                              &value, nullptr, nullptr);
-    const automation::Value read = SUCCEEDED(result) ? fromVariant(value) : automation::Value();
-    VariantClear(&value);
-    return read;
-}
-
 } // namespace
 
 ControlShell::ControlShell(IUnknown* outer, std::shared_ptr<Apartment> apartment)
     : DispatchShell(outer, apartment, std::make_shared<view::LogControl>(apartment->globals())),
+      notifications_(*this, *this), persistence_(*this, control(), apartment->globals().platform.fonts),
       extent_(kDefaultExtent) {
     control().focusChanged = [this](bool got) { focusChanged(got); };
+    control().mayChange = [this](std::int32_t property) { return mayChange(property); };
+    control().propertyChanged = [this](std::int32_t property) { propertyChanged(property); };
 }
 
-ControlShell::~ControlShell() { control().focusChanged = nullptr; }
+ControlShell::~ControlShell() {
+    control().focusChanged = nullptr;
+    control().mayChange = nullptr;
+    control().propertyChanged = nullptr;
+}
 
 void* ControlShell::interfaceOf(REFIID id) noexcept {
     if (id == IID_IOleObject) return static_cast<IOleObject*>(this);
@@ -47,6 +41,8 @@ void* ControlShell::interfaceOf(REFIID id) noexcept {
     if (id == IID_IViewObject || id == IID_IViewObject2) return static_cast<IViewObject2*>(this);
     if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2)
         return static_cast<IProvideClassInfo2*>(this);
+    if (id == IID_IConnectionPointContainer) return static_cast<IConnectionPointContainer*>(this);
+    if (void* persistence = persistence_.interfaceOf(id)) return persistence;
     return DispatchShell::interfaceOf(id);
 }
 
@@ -56,16 +52,22 @@ platform::win32::ListViewWindow* ControlShell::window() const noexcept {
     return static_cast<platform::win32::ListViewWindow*>(control().lvLog().peer());
 }
 
-void ControlShell::readAmbients() {
-    const automation::Value userMode = ambient(site_.Get(), DISPID_AMBIENT_USERMODE);
-    control().setDesignMode(!userMode.isNothing() && !automation::toBoolean(userMode));
+bool ControlShell::mayChange(DISPID property) {
+    const ComPtr<IUnknown> keep(outer());
+    return notifications_.mayChange(property);
+}
+
+void ControlShell::propertyChanged(DISPID property) {
+    const ComPtr<IUnknown> keep(outer());
+    notifications_.changed(property);
 }
 
 STDMETHODIMP ControlShell::SetClientSite(IOleClientSite* site) {
     return firewall([&] {
+        const ComPtr<IUnknown> keep(outer());
         if (!site) InPlaceDeactivate();
         site_ = site;
-        if (site_) readAmbients();
+        if (site_) readAmbients(DISPID_UNKNOWN);
         return S_OK;
     });
 }
@@ -183,7 +185,8 @@ STDMETHODIMP ControlShell::OnMnemonic(MSG*) { return S_OK; }
 
 STDMETHODIMP ControlShell::OnAmbientPropertyChange(DISPID property) {
     return firewall([&] {
-        if (property == DISPID_AMBIENT_USERMODE || property == DISPID_UNKNOWN) readAmbients();
+        const ComPtr<IUnknown> keep(outer());
+        readAmbients(property);
         return S_OK;
     });
 }
@@ -194,6 +197,19 @@ STDMETHODIMP ControlShell::GetClassInfo(ITypeInfo** info) { return typeInfoOf(kC
 
 STDMETHODIMP ControlShell::GetGUID(DWORD, GUID* id) {
     return id ? (*id = GUID_NULL, E_INVALIDARG) : E_POINTER;
+}
+
+STDMETHODIMP ControlShell::EnumConnectionPoints(IEnumConnectionPoints** points) {
+    return enumeratePoints(&notifications_, points);
+}
+
+STDMETHODIMP ControlShell::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
+    if (!point) return E_POINTER;
+    const bool known = id == IID_IPropertyNotifySink;
+    *point = known ? &notifications_ : nullptr;
+    if (!known) return CONNECT_E_NOCONNECTION;
+    notifications_.AddRef();
+    return S_OK;
 }
 
 } // namespace cvlog::com

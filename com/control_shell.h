@@ -1,7 +1,9 @@
 #pragma once
 
 #include "com/com_ptr.h"
+#include "com/control_persistence.h"
 #include "com/dispatch_shell.h"
+#include "com/notify_point.h"
 #include "view/log_control.h"
 
 #include <windows.h>
@@ -23,7 +25,8 @@ class ControlShell final : public DispatchShell,
                            public IOleInPlaceActiveObject,
                            public IOleControl,
                            public IViewObject2,
-                           public IProvideClassInfo2 {
+                           public IProvideClassInfo2,
+                           public IConnectionPointContainer {
 public:
     ControlShell(IUnknown* outer, std::shared_ptr<Apartment> apartment);
     ~ControlShell() override;
@@ -93,6 +96,10 @@ public:
     STDMETHODIMP GetClassInfo(ITypeInfo** info) override;
     STDMETHODIMP GetGUID(DWORD kind, GUID* id) override;
 
+    // IConnectionPointContainer
+    STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override;
+    STDMETHODIMP FindConnectionPoint(REFIID id, IConnectionPoint** point) override;
+
 protected:
     void* interfaceOf(REFIID id) noexcept override;
     const IID* dispatchInterface() const noexcept override;
@@ -105,8 +112,13 @@ private:
     HRESULT activateInPlace();
     HRESULT activateUserInterface();
     void focusChanged(bool got);
-    void readAmbients();
+    bool mayChange(DISPID property);
+    void propertyChanged(DISPID property);
+    /// DISPID_UNKNOWN for all of them. What the container does not say stays as it is without a container.
+    void readAmbients(DISPID property);
 
+    NotifyPoint notifications_;
+    ControlPersistence persistence_;
     ComPtr<IOleClientSite> site_;
     ComPtr<IOleInPlaceSite> inPlaceSite_;
     ComPtr<IOleInPlaceFrame> frame_;

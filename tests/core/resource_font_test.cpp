@@ -53,6 +53,16 @@ TEST(ResourceFontTest, RestylesNoList) {
     EXPECT_EQ(world.addControl().font(), before);
 }
 
+TEST(ResourceFontTest, GoesWithTheResourcesWhenTheDatabaseIsClosed) {
+    LogWorld world;
+    ASSERT_TRUE(world.open());
+    const ObjectRef font = world.platform.fonts.make(bigFont());
+    world.log->put(u"Font", font);
+    world.close();
+    EXPECT_EQ(font.use_count(), 1);
+    EXPECT_EQ(hostapi::FontObject(automation::toObject(world.log->get(u"Font"))).read(), base::Font());
+}
+
 TEST(ResourceFontTest, KeepsItsFontWhenWhatIsPutIsNone) {
     LogWorld world;
     const ObjectRef font = automation::toObject(world.log->get(u"Font"));
