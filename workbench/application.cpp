@@ -6,12 +6,11 @@
 #include <iterator>
 
 #include "workbench/com_call.h"
-#include "workbench/console.h"
 #include "workbench/database_file.h"
 #include "workbench/failure.h"
 #include "workbench/host_objects.h"
+#include "workbench/menu_ids.h"
 #include "workbench/replay.h"
-#include "workbench/text.h"
 
 namespace workbench {
 
@@ -21,8 +20,6 @@ namespace {
 constexpr IID kLogEvents{0x8c418ae9, 0xd9c0, 0x41c6, {0x9c, 0x63, 0x24, 0xd1, 0x90, 0xb4, 0xe5, 0x8e}};
 enum LogEvent : DISPID { kLogChanged = 1, kGotFocus, kLostFocus, kShowErrors, kUnload, kKeyDown };
 
-constexpr ULONGLONG kSettleMilliseconds = 300;
-
 double secondsSince(const LARGE_INTEGER& start) {
     LARGE_INTEGER now;
     LARGE_INTEGER frequency;
@@ -31,38 +28,23 @@ double secondsSince(const LARGE_INTEGER& start) {
     return static_cast<double>(now.QuadPart - start.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-void writeFile(const std::wstring& path, const std::wstring& line) {
-    // Written aside and renamed, so that who waits for the file finds it whole.
-    const std::wstring draft = path + L".new";
-    const HANDLE file = CreateFileW(draft.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        throw Failure(path + L": the file cannot be written");
-    }
-    const std::string bytes = toUtf8(line) + "\n";
-    DWORD written = 0;
-    const BOOL done = WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-    CloseHandle(file);
-    if (!done || !MoveFileExW(draft.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) {
-        throw Failure(path + L": the file cannot be written");
-    }
-}
-
-bool exists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
-
 } // namespace
 
 Application::Application(SharedProject project)
-    : project_(std::move(project)), window_(project_->workbenchName + L" - " + project_->projectName) {
+    : project_(std::move(project)), frame_(project_->workbenchName + L" - " + project_->projectName),
+      tools_(frame_, project_) {
     createDatabaseIfMissing(project_->file(L"PrjData.mdb"));
-    workspace_ = makeWorkspace(project_, window_);
-    window_.onReplay = [this] { replaySession(); };
+    workspace_ = makeWorkspace(project_, frame_, tools_);
+    options_ = get(workspace_.Get(), L"UserOptions").object();
     try {
         openLog();
-        window_.createControl(L"CVLog3.CVLogControl");
-        window_.show();
+        connect();
+        tools_.open(ToolKind::kMdiChild);
+        addLogControl();
+        frame_.show();
+        tools_.active()->activate(); // only a visible window takes the focus
     } catch (const std::exception&) {
-        window_.closeControl();
-        events_.reset();
+        close();
         throw;
     }
 }
@@ -71,7 +53,8 @@ Application::~Application() {
     try {
         close();
     } catch (const std::exception&) {
-        window_.closeControl(); // the log could not close its database; the rest still goes in order
+        tools_.closeAll(); // the log could not close its database; the rest still goes in order
+        events_.reset();
     }
 }
 
@@ -80,45 +63,148 @@ void Application::openLog() {
     events_ = std::make_unique<EventConnection>(
         log_.Get(), kLogEvents,
         [this](DISPID event, const Arguments& arguments) { onEvent(event, arguments); });
-
-    IDispatch* workspace = workspace_.Get();
-    if (!call(log_.Get(), L"OpenDB", {Variant::byReference(workspace)}).boolean()) {
+    logMenu_ = std::make_unique<LogMenu>(log_, workspace_, tools_, project_);
+    if (!logMenu_->openDatabase()) {
         throw Failure(project_->file(L"PrjData.mdb") + L": the log cannot open the database");
     }
+}
+
+void Application::connect() {
+    frame_.onCommand = [this](WORD id) { command(id); };
+    frame_.onMenuOpens = [this](HMENU menu) { logMenu_->update(menu); };
+    frame_.onLeave = [this] { tools_.rememberFocus(); };
+    frame_.onMessage = [this](MSG& message) { return translate(message); };
+    tools_.onActiveChanged = [this] { attempt([this] { logMenu_->followActiveTool(); }); };
+    tools_.onCheck = [this] { attempt([this] { logMenu_->report(0); }); };
+}
+
+/// What the user sets off must not end the program: the status bar tells what failed.
+void Application::attempt(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Failure& failure) {
+        frame_.showStatus(FrameWindow::kNews, failure.message());
+    } catch (const std::exception&) {
+        frame_.showStatus(FrameWindow::kNews, L"Out of memory");
+    }
+}
+
+/// Gives the active tool window a log of its own, as the log does where it is docked.
+void Application::addLogControl() {
+    ToolWindow* tool = tools_.active();
+    if (!tool) {
+        throw Failure(L"No tool window is open");
+    }
+    if (!tool->findControl(L"LogView")) {
+        tool->addControl(L"CVLog3.CVLogControl", L"LogView").show(true);
+    }
+    tool->layOut();
+}
+
+void Application::command(WORD id) {
+    attempt([&] {
+        if (!logMenu_->run(id)) {
+            ownCommand(id);
+        }
+    });
+}
+
+void Application::ownCommand(WORD id) {
+    if (id >= IDM_TOOL_FIRST && id <= IDM_TOOL_LAST) {
+        tools_.open(static_cast<ToolKind>(id - IDM_TOOL_FIRST));
+        return;
+    }
+    switch (id) {
+    case IDM_REPLAY:
+        replaySession();
+        break;
+    case IDM_OPTIONS:
+        showOptions();
+        break;
+    case IDM_EXIT:
+        frame_.close();
+        break;
+    case IDM_TOOL_ADD_LOG:
+        addLogControl();
+        break;
+    case IDM_TOOL_CLOSE:
+        if (ToolWindow* tool = tools_.active()) {
+            tools_.close(*tool);
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+OptionsDialog& Application::showOptions() {
+    if (!dialog_) {
+        dialog_ = std::make_unique<OptionsDialog>(frame_.handle(), options_);
+        dialog_->show();
+    }
+    return *dialog_;
+}
+
+/// Who comes first has the first choice of a key: the open dialog, the active control, the menu, the keys that move
+/// within a window.
+bool Application::translate(MSG& message) {
+    if (dialog_ && dialog_->closed()) {
+        dialog_.reset();
+    }
+    if (dialog_ && dialog_->translate(message)) {
+        return true;
+    }
+    const std::shared_ptr<ToolWindow> tool = tools_.containing(message.hwnd);
+    if (tool && tool->translateForControls(message)) {
+        return true;
+    }
+    const bool ours = tool || GetAncestor(message.hwnd, GA_ROOT) == frame_.handle();
+    return (ours && frame_.translateKey(message)) ||
+           (tool && tool->handle() && tool->translateForDialog(message));
 }
 
 void Application::onEvent(DISPID event, const Arguments& arguments) {
     switch (event) {
     case kLogChanged:
-        ++changes_;
-        window_.showEvent(L"Log changed");
+        frame_.showStatus(FrameWindow::kChanges, L"Changes: " + std::to_wstring(++changes_));
         break;
     case kGotFocus:
-        window_.showEvent(L"Log has the focus");
+        frame_.showStatus(FrameWindow::kFocus, L"Focus: log");
         break;
     case kLostFocus:
-        window_.showEvent(L"Log lost the focus");
+        frame_.showStatus(FrameWindow::kFocus, L"");
         break;
     case kShowErrors: {
         const RepositoryEntry* object = project_->findObject(arguments.text(0));
         const std::wstring name = object ? object->displayName : arguments.text(0);
         const long number = arguments.integer(1);
-        window_.showEvent(number ? L"Show error " + std::to_wstring(number) + L" of " + name
-                                 : L"Show errors of " + name);
+        frame_.showStatus(FrameWindow::kNews, number
+                                                  ? L"Show error " + std::to_wstring(number) + L" of " + name
+                                                  : L"Show errors of " + name);
         break;
     }
     case kUnload:
-        window_.showEvent(L"Log closes");
+        frame_.showStatus(FrameWindow::kNews, L"Log closes");
         break;
     default:
         break; // keys are the log's own business
     }
 }
 
+/// All lists of the log show the same rows: those of the first that is found.
 long Application::rowsShown() const {
-    const long handle = get(window_.control()->control().Get(), L"hwnd").integer();
-    const auto list = reinterpret_cast<HWND>(static_cast<LONG_PTR>(handle));
-    return static_cast<long>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+    for (size_t i = tools_.count(); i > 0; --i) {
+        if (const ControlContainer* view = tools_.at(static_cast<long>(i)).findControl(L"LogView")) {
+            const long handle = get(view->object().Get(), L"hwnd").integer();
+            const auto list = reinterpret_cast<HWND>(static_cast<LONG_PTR>(handle));
+            return static_cast<long>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+        }
+    }
+    return 0;
+}
+
+void Application::wantLog() {
+    attempt([this] { put(log_.Get(), L"Visible", true); });
 }
 
 std::wstring Application::replaySession() {
@@ -134,35 +220,30 @@ std::wstring Application::replaySession() {
     wchar_t line[160];
     swprintf(line, std::size(line), L"%ld rows shown, %ld records stored, %ld events received, %.2f s", rows,
              records, changes_ - changesBefore, seconds);
-    window_.showCounts(std::to_wstring(rows) + L" rows, " + std::to_wstring(records) + L" records");
+    frame_.showStatus(FrameWindow::kCounts,
+                      std::to_wstring(rows) + L" rows, " + std::to_wstring(records) + L" records");
     return line;
 }
 
 void Application::run() {
-    window_.focusControl();
-    window_.runUntil([] { return false; });
-}
-
-void Application::runUntilRemoved(const std::wstring& readyFile, const std::wstring& line) {
-    window_.focusControl();
-    window_.pump();
-    RedrawWindow(window_.handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    const ULONGLONG painted = GetTickCount64();
-    window_.runUntil([&] { return GetTickCount64() - painted >= kSettleMilliseconds; });
-
-    writeFile(readyFile, line);
-    writeLine(STD_OUTPUT_HANDLE, line);
-    window_.runUntil([&] { return !exists(readyFile); });
+    frame_.runUntil([] { return false; });
 }
 
 void Application::close() {
+    dialog_.reset();
     if (!log_) {
         return;
     }
     const ComPtr<IDispatch> log = std::move(log_);
-    window_.onReplay = nullptr;
+    frame_.onCommand = nullptr;
+    frame_.onMenuOpens = nullptr;
+    frame_.onMessage = nullptr;
+    tools_.onActiveChanged = nullptr;
+    tools_.onCheck = nullptr;
+    attempt([&] { logMenu_->leave(); });
+    logMenu_.reset();
     call(log.Get(), L"CloseDB");
-    window_.closeControl();
+    tools_.closeAll();
     events_.reset();
 }
 

@@ -15,8 +15,11 @@ DISPID memberId(IDispatch* object, const wchar_t* name) {
     }
     LPOLESTR names = const_cast<LPOLESTR>(name);
     DISPID id = DISPID_UNKNOWN;
-    check(object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id),
-          (std::wstring(L"Looking for the member ") + name).c_str());
+    const HRESULT result = object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+    if (result == DISP_E_UNKNOWNNAME) {
+        throw Failure(std::wstring(L"There is no member named ") + name, result);
+    }
+    check(result, (std::wstring(L"Looking for the member ") + name).c_str());
     return id;
 }
 
@@ -47,15 +50,15 @@ Variant invoke(IDispatch* object, DISPID id, const wchar_t* name, WORD flags,
                    [](const Variant& argument) { return argument.raw(); });
     DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
     DISPID putId = DISPID_PROPERTYPUT;
-    if (flags & DISPATCH_PROPERTYPUT) {
+    const bool writes = flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF);
+    if (writes) {
         parameters.rgdispidNamedArgs = &putId;
         parameters.cNamedArgs = 1;
     }
     Variant result;
     EXCEPINFO exception{};
-    const bool wantsResult = !(flags & DISPATCH_PROPERTYPUT);
     const HRESULT code = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
-                                        wantsResult ? result.receive() : nullptr, &exception, nullptr);
+                                        writes ? nullptr : result.receive(), &exception, nullptr);
     if (FAILED(code)) {
         throw Failure(describe(exception, name, code), code);
     }
@@ -76,6 +79,10 @@ Variant get(IDispatch* object, const wchar_t* property, std::initializer_list<Va
 
 void put(IDispatch* object, const wchar_t* property, const Variant& value) {
     invoke(object, memberId(object, property), property, DISPATCH_PROPERTYPUT, {value});
+}
+
+void putReference(IDispatch* object, const wchar_t* property, IDispatch* value) {
+    invoke(object, memberId(object, property), property, DISPATCH_PROPERTYPUTREF, {Variant(value)});
 }
 
 Variant item(IDispatch* collection, const Variant& key) {

@@ -11,6 +11,8 @@ namespace workbench {
 Variant call(IDispatch* object, const wchar_t* method, std::initializer_list<Variant> arguments = {});
 Variant get(IDispatch* object, const wchar_t* property, std::initializer_list<Variant> arguments = {});
 void put(IDispatch* object, const wchar_t* property, const Variant& value);
+/// `Set object.property = value`, for properties that keep the object itself.
+void putReference(IDispatch* object, const wchar_t* property, IDispatch* value);
 
 /// `collection(key)`: the default member, as `collection.Item(key)`.
 Variant item(IDispatch* collection, const Variant& key);

@@ -1,6 +1,7 @@
 #include "workbench/control_container.h"
 
 #include "workbench/com_call.h"
+#include "workbench/control_object.h"
 #include "workbench/failure.h"
 
 namespace workbench {
@@ -15,30 +16,43 @@ SIZEL toHimetric(const RECT& area, HWND window) {
 
 } // namespace
 
-ControlContainer::ControlContainer(HWND window, const wchar_t* progId, const RECT& area)
-    : window_(window), frame_(makeObject<ControlFrame>(window)),
-      site_(makeObject<ControlSite>(window, frame_)) {
-    site_->place(area);
-    create(progId);
-    activate(OLEIVERB_INPLACEACTIVATE);
-    check(object_.As(&inPlace_), L"Activating the control in its window");
-    site_->setInPlaceObject(inPlace_);
-    place(area);
+ControlContainer::ControlContainer(HWND window, std::wstring name)
+    : window_(window), name_(std::move(name)), frame_(makeObject<ControlFrame>(window)),
+      site_(makeObject<ControlSite>(window, frame_)) {}
+
+std::shared_ptr<ControlContainer> ControlContainer::create(HWND window, const wchar_t* progId,
+                                                           const std::wstring& name) {
+    const std::shared_ptr<ControlContainer> made(new ControlContainer(window, name));
+    made->createControl(progId);
+    made->activate(OLEIVERB_INPLACEACTIVATE);
+    check(made->object_.As(&made->inPlace_), L"Activating the control in its window");
+    made->site_->setInPlaceObject(made->inPlace_);
+    made->show(false);
+    ComPtr<IDispatch> members;
+    made->object_.As(&members);
+    made->extended_ = makeControlObject(made, std::move(members));
+    made->site_->setExtendedControl(made->extended_);
+    return made;
 }
 
-ControlContainer::~ControlContainer() {
-    if (inPlace_) {
-        inPlace_->UIDeactivate();
-        inPlace_->InPlaceDeactivate();
+void ControlContainer::close() {
+    visible_ = false;
+    if (const auto inPlace = std::exchange(inPlace_, nullptr)) {
+        inPlace->UIDeactivate();
+        inPlace->InPlaceDeactivate();
     }
     frame_->SetActiveObject(nullptr, nullptr);
-    object_->Close(OLECLOSE_NOSAVE);
-    object_->SetClientSite(nullptr);
+    site_->setExtendedControl(nullptr);
+    extended_.Reset();
+    if (const auto object = std::exchange(object_, nullptr)) {
+        object->Close(OLECLOSE_NOSAVE);
+        object->SetClientSite(nullptr);
+    }
     site_->windowGone();
     frame_->windowGone();
 }
 
-void ControlContainer::create(const wchar_t* progId) {
+void ControlContainer::createControl(const wchar_t* progId) {
     check(createObject(progId).As(&object_), L"Asking the control for its object interface");
     DWORD status = 0;
     object_->GetMiscStatus(DVASPECT_CONTENT, &status);
@@ -55,9 +69,6 @@ void ControlContainer::create(const wchar_t* progId) {
     }
     object_->SetHostNames(L"Workbench", nullptr);
     OleSetContainedObject(object_.Get(), TRUE);
-    SIZEL extent = toHimetric(site_->area(), window_);
-    object_->SetExtent(DVASPECT_CONTENT, &extent);
-    object_.As(&dispatch_);
 }
 
 void ControlContainer::activate(LONG verb) {
@@ -74,23 +85,36 @@ HWND ControlContainer::controlWindow() const {
 
 void ControlContainer::place(const RECT& area) {
     site_->place(area);
-    SIZEL extent = toHimetric(area, window_);
-    object_->SetExtent(DVASPECT_CONTENT, &extent);
-    inPlace_->SetObjectRects(&area, &area);
+    if (visible_) { // a control may show itself when it is moved
+        SIZEL extent = toHimetric(area, window_);
+        object_->SetExtent(DVASPECT_CONTENT, &extent);
+        inPlace_->SetObjectRects(&area, &area);
+    }
 }
 
 void ControlContainer::show(bool visible) {
-    visible_ = visible;
-    ShowWindow(controlWindow(), visible ? SW_SHOW : SW_HIDE);
+    const HWND control = controlWindow();
+    if (!visible && control && IsChild(control, GetFocus())) {
+        SetFocus(window_); // hidden windows would keep the keys
+    }
+    visible_ = visible && control;
+    ShowWindow(control, visible_ ? SW_SHOW : SW_HIDE);
+    if (visible_) {
+        place(site_->area());
+    }
 }
 
 void ControlContainer::bringToFront() {
     SetWindowPos(controlWindow(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
+void ControlContainer::sendToBack() {
+    SetWindowPos(controlWindow(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
 void ControlContainer::focus() {
     if (visible_) {
-        object_->DoVerb(OLEIVERB_UIACTIVATE, nullptr, site_.Get(), 0, window_, &site_->area());
+        activate(OLEIVERB_UIACTIVATE);
         const HWND control = controlWindow();
         const HWND focused = GetFocus();
         if (control && focused != control && !IsChild(control, focused)) {
@@ -101,8 +125,10 @@ void ControlContainer::focus() {
 
 bool ControlContainer::translate(MSG& message) {
     const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
-    IOleInPlaceActiveObject* active = frame_->activeObject();
-    return isKey && active && active->TranslateAccelerator(&message) == S_OK;
+    const HWND control = isKey ? controlWindow() : nullptr;
+    const bool concerned = control && (message.hwnd == control || IsChild(control, message.hwnd));
+    const ComPtr<IOleInPlaceActiveObject> active = frame_->activeObject();
+    return concerned && active && active->TranslateAccelerator(&message) == S_OK;
 }
 
 } // namespace workbench

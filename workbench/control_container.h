@@ -1,44 +1,57 @@
 #pragma once
 
+#include <memory>
+#include <string>
+
 #include "workbench/control_site.h"
 #include "workbench/variant.h"
 
 namespace workbench {
 
-/// Hosts one ActiveX control in a window, from construction to destruction: creates it, activates it in
-/// place, moves it, shows it, gives it focus and keys.
+/// Hosts one ActiveX control in a window: creates it, activates it in place, moves it, shows it, gives it focus and
+/// keys. Areas are in pixels of the window's client area.
 class ControlContainer {
 public:
-    /// Throws Failure when the control cannot be created or activated.
-    ControlContainer(HWND window, const wchar_t* progId, const RECT& area);
-    ~ControlContainer();
+    /// The control is hidden at first. Throws Failure when it cannot be created or activated.
+    static std::shared_ptr<ControlContainer> create(HWND window, const wchar_t* progId,
+                                                    const std::wstring& name);
+    ~ControlContainer() { close(); }
     ControlContainer(const ControlContainer&) = delete;
     ControlContainer& operator=(const ControlContainer&) = delete;
 
-    /// The control's own automation object; null when it has none.
-    const ComPtr<IDispatch>& control() const { return dispatch_; }
+    const std::wstring& name() const { return name_; }
+    /// The control's members and the container's in one object (control_object.h), the same object each time.
+    const ComPtr<IDispatch>& object() const { return extended_; }
+    /// The control's window; null when the control is closed.
+    HWND controlWindow() const;
 
-    /// Moves the control to a rectangle of the window's client area.
     void place(const RECT& area);
+    const RECT& area() const { return site_->area(); }
     void show(bool visible);
     bool visible() const { return visible_; }
     void bringToFront();
+    void sendToBack();
+    /// Gives the focus to a visible control.
     void focus();
-    /// Offers a message to the active control; true when the control has used it.
+    /// Offers a key to the control when it has the focus; true when the control has used it.
     bool translate(MSG& message);
 
+    /// Ends the control; a closed one stays usable as far as nothing happens any more.
+    void close();
+
 private:
-    void create(const wchar_t* progId);
+    ControlContainer(HWND window, std::wstring name);
+    void createControl(const wchar_t* progId);
     void activate(LONG verb);
-    HWND controlWindow() const;
 
     HWND window_;
+    std::wstring name_;
     ComPtr<ControlFrame> frame_;
     ComPtr<ControlSite> site_;
     ComPtr<IOleObject> object_;
     ComPtr<IOleInPlaceObject> inPlace_;
-    ComPtr<IDispatch> dispatch_;
-    bool visible_ = true;
+    ComPtr<IDispatch> extended_;
+    bool visible_ = false;
 };
 
 } // namespace workbench

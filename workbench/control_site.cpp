@@ -75,10 +75,11 @@ HRESULT ControlSite::OnPosRectChange(LPCRECT) {
 }
 
 HRESULT ControlSite::GetExtendedControl(IDispatch** control) {
-    if (control) {
-        *control = nullptr;
+    if (!control) {
+        return E_POINTER;
     }
-    return E_NOTIMPL;
+    *control = nullptr;
+    return extended_ ? extended_.CopyTo(control) : E_NOTIMPL;
 }
 
 HRESULT ControlSite::GetTypeInfoCount(UINT* count) {

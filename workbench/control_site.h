@@ -47,6 +47,8 @@ public:
     void place(const RECT& area) { area_ = area; }
     const RECT& area() const { return area_; }
     void setInPlaceObject(ComPtr<IOleInPlaceObject> object) { inPlace_ = std::move(object); }
+    /// What the control gets to see as itself: its members and the container's in one object.
+    void setExtendedControl(ComPtr<IDispatch> control) { extended_ = std::move(control); }
     void windowGone() { window_ = nullptr; }
 
     // IOleClientSite
@@ -97,6 +99,7 @@ private:
     HWND window_;
     ComPtr<ControlFrame> frame_;
     ComPtr<IOleInPlaceObject> inPlace_;
+    ComPtr<IDispatch> extended_;
     RECT area_{};
 };
 

@@ -101,23 +101,23 @@ void addNames(ScriptObject& workspace, const SharedProject& project) {
     });
 }
 
-void addWindows(ScriptObject& workspace, MainWindow& window) {
-    workspace.constant(L"CalvettaWindow", makeMainWindowObject(window));
-    workspace.constant(L"ActiveToolList", makeToolList(window));
+void addWindows(ScriptObject& workspace, FrameWindow& frame, const ToolWindows& tools) {
+    workspace.constant(L"CalvettaWindow", makeMainWindowObject(frame));
+    workspace.constant(L"ActiveToolList", makeToolList(tools));
     workspace.member(L"SetMainWindowCursor", [&](const Arguments& arguments) {
-        const int before = window.pointer();
-        window.setPointer(arguments.integer(0));
+        const int before = frame.pointer();
+        frame.setPointer(arguments.integer(0));
         return Variant(before);
     });
 }
 
 } // namespace
 
-ComPtr<IDispatch> makeWorkspace(const SharedProject& project, MainWindow& window) {
+ComPtr<IDispatch> makeWorkspace(const SharedProject& project, FrameWindow& frame, const ToolWindows& tools) {
     auto workspace = makeObject<ScriptObject>();
     addProject(*workspace.Get(), project);
     addNames(*workspace.Get(), project);
-    addWindows(*workspace.Get(), window);
+    addWindows(*workspace.Get(), frame, tools);
     return workspace;
 }
 

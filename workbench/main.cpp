@@ -1,52 +1,36 @@
 // The workbench: a host of the activity log in the small. It offers the log what a host must offer, and
 // replays a recorded session of reports into it.
 //
-//     workbench.exe [/auto READYFILE] PROJECT_DIR
+//     workbench.exe PROJECT_DIR
+//     workbench.exe /auto READYFILE PROJECT_DIR
+//     workbench.exe /pictures READYFILE PROJECT_DIR
+//     workbench.exe /check REPORTFILE PROJECT_DIR
 //
-// With /auto nobody is there: problems go to the error output, and the program ends when READYFILE, which it
-// writes once everything is on the screen, has been removed. Exit codes: 0 done, 1 failed, 2 bad arguments or
-// project folder.
+// With an option nobody is there: problems go to the error output. With /auto the program ends when READYFILE,
+// which it writes once everything is on the screen, has been removed; with /pictures it goes on to the next picture
+// then. With /check it tries its own members and says in REPORTFILE what came of it. Exit codes: 0 done, 1 failed,
+// 2 bad arguments or project folder.
 
 #include <windows.h>
 
 #include <commctrl.h>
 #include <ole2.h>
 
-#include <cwchar>
 #include <memory>
 
 #include "workbench/application.h"
+#include "workbench/command_line.h"
 #include "workbench/console.h"
 #include "workbench/failure.h"
-#include "workbench/text.h"
+#include "workbench/output_file.h"
+#include "workbench/self_check.h"
+#include "workbench/showcase.h"
 
 namespace workbench {
 
 namespace {
 
 enum ExitCode { kDone = 0, kFailed = 1, kUnusable = 2 };
-
-struct CommandLine {
-    std::wstring project;
-    std::wstring readyFile; // "" unless /auto is given
-    bool valid = false;
-
-    bool automatic() const { return !readyFile.empty(); }
-};
-
-CommandLine readCommandLine(int count, wchar_t** words) {
-    CommandLine line;
-    int next = 1;
-    if (count >= 3 && sameName(words[1], L"/auto")) {
-        line.readyFile = words[2];
-        next = 3;
-    }
-    line.valid = next == count - 1;
-    if (line.valid) {
-        line.project = words[next];
-    }
-    return line;
-}
 
 /// OLE for the life of the object; the unused libraries go with it.
 struct OleSession {
@@ -58,29 +42,60 @@ struct OleSession {
 };
 
 void complain(const CommandLine& line, const std::wstring& problem) {
-    if (line.automatic()) {
+    if (line.mode != CommandLine::kInteractive) {
         writeLine(STD_ERROR_HANDLE, L"workbench: " + problem);
     } else {
         MessageBoxW(nullptr, problem.c_str(), L"Workbench", MB_OK | MB_ICONERROR);
     }
 }
 
+void interact(Application& application) {
+    writeLine(STD_OUTPUT_HANDLE, application.replaySession());
+    application.run();
+}
+
+void showPictures(Application& application, const CommandLine& line) {
+    application.wantLog();
+    const std::wstring summary = application.replaySession();
+    Showcase showcase(application, line.file);
+    showcase.show(summary);
+    if (line.mode == CommandLine::kPictures) {
+        showcase.showPlaces();
+    }
+    writeLine(STD_OUTPUT_HANDLE, summary);
+}
+
+void checkItself(Application& application, const CommandLine& line) {
+    application.wantLog();
+    SelfCheck selfCheck(application);
+    selfCheck.run();
+    writeFile(line.file, selfCheck.report());
+    if (selfCheck.failed()) {
+        throw Failure(L"The check failed, see " + line.file);
+    }
+}
+
 void work(const CommandLine& line, SharedProject project) {
     const OleSession ole;
     Application application(std::move(project));
-    const std::wstring summary = application.replaySession();
-    if (line.automatic()) {
-        application.runUntilRemoved(line.readyFile, summary);
-    } else {
-        writeLine(STD_OUTPUT_HANDLE, summary);
-        application.run();
+    switch (line.mode) {
+    case CommandLine::kInteractive:
+        interact(application);
+        break;
+    case CommandLine::kCheck:
+        checkItself(application, line);
+        break;
+    default:
+        showPictures(application, line);
+        break;
     }
     application.close();
 }
 
 int run(const CommandLine& line) {
     if (!line.valid) {
-        complain(line, L"Usage: workbench.exe [/auto READYFILE] PROJECT_DIR");
+        complain(line, L"Usage: workbench.exe [/auto READYFILE | /pictures READYFILE | /check REPORTFILE] "
+                       L"PROJECT_DIR");
         return kUnusable;
     }
     SharedProject project;

@@ -16,7 +16,7 @@ constexpr const wchar_t* kDefaultOptions = LR"(<?xml version="1.0"?>
 <OPTIONS>
   <GROUP NAME="Log">
     <BOOL ID="LogKeepInSession" NAME="KeepInSession" VALUE="true"/>
-    <BOOL ID="LogDocked" NAME="Docked" VALUE="false"/>
+    <BOOL ID="LogDocked" NAME="Docked" VALUE="true"/>
   </GROUP>
   <GROUP ID="Editor" NAME="Editor">
     <GROUP NAME="ErrorsList">

@@ -46,6 +46,13 @@ Variant Variant::byReference(IDispatch*& object) {
     return reference;
 }
 
+Variant Variant::byReference(double& number) {
+    Variant reference;
+    reference.raw_.vt = VT_R8 | VT_BYREF;
+    reference.raw_.pdblVal = &number;
+    return reference;
+}
+
 bool Variant::isEmptyResult() const {
     return raw_.vt == VT_EMPTY || raw_.vt == VT_NULL || (raw_.vt == VT_DISPATCH && !raw_.pdispVal) ||
            (raw_.vt == VT_UNKNOWN && !raw_.punkVal);

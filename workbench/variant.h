@@ -38,6 +38,8 @@ public:
 
     /// An object argument that the callee may exchange; `object` must outlive the call.
     static Variant byReference(IDispatch*& object);
+    /// The number in `number`, which must outlive the call, as an argument that the callee may change.
+    static Variant byReference(double& number);
 
     /// None, Empty or Null: how a look-up says that there is nothing.
     bool isEmptyResult() const;

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "workbench/main_window.h"
 #include "workbench/script_object.h"
+#include "workbench/tool_windows.h"
 
 namespace workbench {
 
-// The main window as the log sees it. The window must outlive the objects.
+// The workbench's windows as the log sees them. The windows must outlive the objects.
 
-/// `hwnd` and `IsMDIForm`.
-ComPtr<IDispatch> makeMainWindowObject(MainWindow& window);
+/// The main window: `hwnd` and `IsMDIForm`.
+ComPtr<IDispatch> makeMainWindowObject(const FrameWindow& frame);
 
-/// The collection of open tools: one, whose `CalvettaWindow` holds the log control (`Controls`, `DisplayLog`,
-/// `Move`, `SetFocus`, `Enabled`, `MousePointer`, `hwnd`).
-ComPtr<IDispatch> makeToolList(MainWindow& window);
+/// The collection of the tools that are open at the time of the call, the active one last. Each has a
+/// `CalvettaWindow`.
+ComPtr<IDispatch> makeToolList(const ToolWindows& tools);
 
 } // namespace workbench

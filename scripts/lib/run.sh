@@ -25,27 +25,39 @@ run_shown() {
 }
 
 run_virtual() {
-    local ready=$root/build/run/ready.txt picture pid
-    picture=build/screenshots/$(basename "$project").png
+    local ready=$root/build/run/ready.txt pictures pid
+    pictures=build/screenshots/$(basename "$project")
     display_start || fail "No display to show the workbench on"
     wine_start || fail "Wine does not start (build/log/wineboot.log)"
     workbench_managed N
     mkdir -p build/run build/screenshots
-    rm -f "$ready" "$picture"
+    rm -f "$ready" "$pictures.png" "$pictures"-*.png
     step "Starting the workbench on a virtual display"
-    wine build/windows-x64/bin/workbench.exe /auto "$(windows_path "$ready")" "$(windows_path "$project")" \
+    wine build/windows-x64/bin/workbench.exe /pictures "$(windows_path "$ready")" "$(windows_path "$project")" \
         </dev/null >build/log/workbench.log 2>&1 &
     pid=$!
     at_end kill "$pid"
     wait_for_file "$ready" "$pid" 300 ||
         fail "The workbench did not become ready: $(tail -n 3 build/log/workbench.log | tr -d '\r')"
-    /usr/bin/import -window root "$picture"
-    rm -f "$ready"
+    take_pictures "$ready" "$pid" "$pictures"
     wait_for_end "$pid" 30 || fail "The workbench did not end"
     wait "$pid" || fail "The workbench ended with code $? (build/log/workbench.log)"
-    [ "$(/usr/bin/identify -format %k "$picture")" -gt 2 ] || fail "Nothing is shown: $picture"
-    say "    Screenshot: $picture"
+    tr -d '\r' <build/log/workbench.log | sed -n 's/^No picture/    &/p'
     closing_line
+}
+
+# take_pictures READY PID NAME: one each time that the workbench asks with a line in READY. The first, of the replayed
+# session, is NAME.png; for the others the line has the rest of the name.
+take_pictures() {
+    local ready=$1 pid=$2 picture=$3.png
+    while :; do
+        /usr/bin/import -window root "$picture"
+        [ "$(/usr/bin/identify -format %k "$picture")" -gt 2 ] || fail "Nothing is shown: $picture"
+        say "    Screenshot: $picture"
+        rm -f "$ready"
+        wait_for_file "$ready" "$pid" 60 || return 0
+        picture=$3-$(tr -d '\r\n' <"$ready").png
+    done
 }
 
 # A window manager is there on a user's display and not on a virtual one.

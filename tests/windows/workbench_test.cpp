@@ -38,16 +38,31 @@ protected:
         std::ofstream(folder_ / name, std::ios::binary) << content;
     }
 
-    /// Runs it until it is ready, lets it end, and answers its exit code.
-    DWORD run(const fs::path& project) {
-        const fs::path ready = folder_ / "ready.txt";
-        std::wstring command = L"\"" + binFolder() + L"\\workbench.exe\" /auto \"" + ready.wstring() +
-                               L"\" \"" + project.wstring() + L"\"";
+    static PROCESS_INFORMATION start(const std::wstring& arguments) {
+        std::wstring command = L"\"" + binFolder() + L"\\workbench.exe\" " + arguments;
         STARTUPINFOW startup = {};
         startup.cb = sizeof startup;
         PROCESS_INFORMATION process = {};
         EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                                    &startup, &process));
+        return process;
+    }
+
+    /// Waits for the end, and answers the exit code.
+    static DWORD end(const PROCESS_INFORMATION& process) {
+        DWORD code = STILL_ACTIVE;
+        EXPECT_EQ(WaitForSingleObject(process.hProcess, 60'000), static_cast<DWORD>(WAIT_OBJECT_0));
+        GetExitCodeProcess(process.hProcess, &code);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+        return code;
+    }
+
+    /// Runs it until it is ready, lets it end, and answers its exit code.
+    DWORD run(const fs::path& project) {
+        const fs::path ready = folder_ / "ready.txt";
+        const PROCESS_INFORMATION process =
+            start(L"/auto \"" + ready.wstring() + L"\" \"" + project.wstring() + L"\"");
         // Until the file has its line, or the program ends without it.
         while (WaitForSingleObject(process.hProcess, 50) == WAIT_TIMEOUT && line_.empty()) {
             std::ifstream in(ready);
@@ -55,12 +70,7 @@ protected:
         }
         std::error_code ignored;
         fs::remove(ready, ignored);
-        DWORD code = STILL_ACTIVE;
-        EXPECT_EQ(WaitForSingleObject(process.hProcess, 60'000), static_cast<DWORD>(WAIT_OBJECT_0));
-        GetExitCodeProcess(process.hProcess, &code);
-        CloseHandle(process.hThread);
-        CloseHandle(process.hProcess);
-        return code;
+        return end(process);
     }
 
     int recordsByStockTools() {
@@ -100,6 +110,20 @@ TEST_F(Workbench, KeepsTheRecordsOfEarlierRuns) {
 TEST_F(Workbench, RefusesAFolderThatIsNoProject) {
     EXPECT_EQ(run(folder_ / "none"), 2U);
     EXPECT_EQ(line_, "");
+}
+
+// The workbench calls its own members as the log calls them, and compares with what its windows show.
+TEST_F(Workbench, OffersWindowsAndControlsAsTheLogNeedsThem) {
+    const fs::path report = folder_ / "report.txt";
+    const DWORD code = end(start(L"/check \"" + report.wstring() + L"\" \"" + folder_.wstring() + L"\""));
+    std::ifstream in(report);
+    const std::string lines((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    EXPECT_EQ(code, 0U) << lines;
+    int held = 0;
+    int made = 0;
+    ASSERT_EQ(std::sscanf(lines.c_str(), "%d of %d checks hold", &held, &made), 2) << lines;
+    EXPECT_EQ(held, made);
+    EXPECT_GT(made, 60); // it has not ended half way
 }
 
 } // namespace

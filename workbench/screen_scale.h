@@ -1,0 +1,21 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cmath>
+
+namespace workbench {
+
+/// Lengths at a window's own resolution. Automation counts in twips, of which an inch has 1440; drawings here
+/// are thought of in pixels of the usual 96 an inch.
+inline int scaled(HWND window, int pixels) {
+    return MulDiv(pixels, static_cast<int>(GetDpiForWindow(window)), 96);
+}
+
+inline int toPixels(HWND window, double twips) {
+    return static_cast<int>(std::lround(twips * GetDpiForWindow(window) / 1440));
+}
+
+inline double toTwips(HWND window, int pixels) { return pixels * 1440.0 / GetDpiForWindow(window); }
+
+} // namespace workbench

@@ -1,0 +1,121 @@
+// The part of the check that does what a user does: keys, the options dialog, the Log menu.
+
+#include "workbench/self_check.h"
+
+#include "workbench/com_call.h"
+#include "workbench/failure.h"
+#include "workbench/menu_ids.h"
+
+namespace workbench {
+
+namespace {
+
+// {0D7B3F52-8A5E-4C1D-B7A6-91E4C2F0D835}, the options document's events
+constexpr IID kOptionsEvents{0x0d7b3f52, 0x8a5e, 0x4c1d, {0xb7, 0xa6, 0x91, 0xe4, 0xc2, 0xf0, 0xd8, 0x35}};
+
+void hold(BYTE key, bool down) {
+    BYTE keys[256];
+    GetKeyboardState(keys);
+    keys[key] = down ? 0x80 : 0;
+    SetKeyboardState(keys);
+}
+
+std::wstring keepsRows(IDispatch* options) {
+    const Variant node = call(options, L"selectSingleNode", {L"//BOOL[@ID='LogKeepInSession']"});
+    return call(node.object().Get(), L"getAttribute", {L"VALUE"}).text();
+}
+
+} // namespace
+
+/// Presses a key where the focus is, and lets the program handle it.
+void SelfCheck::press(BYTE key, BYTE modifier) {
+    const HWND focus = GetFocus();
+    if (modifier) {
+        hold(modifier, true);
+    }
+    PostMessageW(focus, WM_KEYDOWN, key, 1);
+    frame().pump();
+    if (modifier) {
+        hold(modifier, false);
+    }
+}
+
+void SelfCheck::checkTabs() {
+    const ToolWindow& tool = *tools().active();
+    const ComPtr<IDispatch> view = tool.findControl(L"LogView")->object();
+    const auto list = reinterpret_cast<HWND>(static_cast<LONG_PTR>(get(view.Get(), L"hwnd").integer()));
+    put(view.Get(), L"Visible", true);
+    SetFocus(tool.panel().list());
+    press(VK_TAB);
+    expect(GetFocus() == tool.panel().button(), L"Tab goes from the list to the button");
+    press(VK_TAB);
+    expect(GetFocus() == list, L"Tab goes from the button into the log");
+    press(VK_TAB);
+    expect(GetFocus() == tool.panel().list(), L"Tab goes out of the log");
+    press(VK_TAB, VK_SHIFT);
+    expect(GetFocus() == list, L"Shift+Tab goes into the log");
+    press(VK_TAB, VK_SHIFT);
+    expect(GetFocus() == tool.panel().button(), L"Shift+Tab goes out of the log");
+}
+
+void SelfCheck::checkWindowKeys() {
+    ToolWindow& first = *tools().active();
+    first.findControl(L"LogView")->focus();
+    const HWND list = GetFocus();
+    press('N', VK_CONTROL);
+    ToolWindow& second = *tools().active();
+    expect(&second != &first && tools().count() == 2, L"Ctrl+N opens a tool window");
+    press(VK_F6, VK_CONTROL);
+    expect(tools().active() == &first, L"Ctrl+F6 goes to the next window");
+    expect(GetFocus() == list, L"a window finds its focus again");
+    press(VK_TAB, VK_CONTROL);
+    expect(tools().active() == &second, L"so does Ctrl+Tab");
+    press('W', VK_CONTROL);
+    expect(tools().active() == &first && tools().count() == 1, L"Ctrl+W closes the window");
+    expect(IsChild(first.handle(), GetFocus()), L"the focus goes to the window that is left");
+}
+
+void SelfCheck::checkOptions() {
+    int saved = 0;
+    const EventConnection events(application_.options(), kOptionsEvents,
+                                 [&](DISPID event, const Arguments&) { saved += event == 1; });
+    const std::wstring before = keepsRows(application_.options());
+    const auto change = [&](UINT button) {
+        const HWND dialog = application_.showOptions().handle();
+        expect(!IsWindowEnabled(frame().handle()), L"the dialog is modal");
+        SendDlgItemMessageW(dialog, IDC_KEEP, BM_CLICK, 0, 0);
+        SendMessageW(dialog, WM_COMMAND, button, 0);
+        frame().pump();
+        expect(!IsWindow(dialog) && IsWindowEnabled(frame().handle()), L"the dialog closes");
+    };
+    change(IDCANCEL);
+    expect(saved == 0 && keepsRows(application_.options()) == before, L"Cancel changes nothing");
+    change(IDOK);
+    expect(saved == 1 && keepsRows(application_.options()) != before, L"OK saves, and tells it once");
+    change(IDOK);
+    expect(saved == 2 && keepsRows(application_.options()) == before, L"and again");
+}
+
+/// What the log cannot do shows in the status bar; what it can, in its answers.
+void SelfCheck::checkMenu() {
+    const auto choose = [&](WORD id) { SendMessageW(frame().handle(), WM_COMMAND, id, 0); };
+    frame().showStatus(FrameWindow::kNews, L"");
+    choose(IDM_LOG_VISIBLE);
+    try {
+        expect(!get(application_.log(), L"Visible").boolean(), L"the menu hides the log");
+        choose(IDM_LOG_VISIBLE);
+        expect(get(application_.log(), L"Visible").boolean(), L"the menu shows the log");
+    } catch (const Failure& failure) {
+        expect(frame().status(FrameWindow::kNews) == failure.message(),
+               L"the status bar tells what is missing");
+    }
+    frame().showStatus(FrameWindow::kChanges, L"");
+    choose(IDM_LOG_START);
+    choose(IDM_REPORT_FIRST + 1);
+    expect(frame().status(FrameWindow::kChanges).starts_with(L"Changes: "), L"a report reaches the log");
+    choose(IDM_LOG_CLOSE);
+    choose(IDM_LOG_OPEN);
+    expect(!get(application_.log(), L"LogDB").isEmptyResult(), L"the database opens again");
+}
+
+} // namespace workbench
