@@ -39,10 +39,9 @@ Application::Application(SharedProject project)
     try {
         openLog();
         connect();
+        frame_.show(); // first: only what is visible takes the focus
         tools_.open(ToolKind::kMdiChild);
         addLogControl();
-        frame_.show();
-        tools_.active()->activate(); // only a visible window takes the focus
     } catch (const std::exception&) {
         close();
         throw;

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
 #include "workbench/failure.h"
 #include "workbench/menu_ids.h"
 #include "workbench/mouse_pointer.h"
@@ -12,6 +14,7 @@ namespace workbench {
 namespace {
 
 constexpr const wchar_t* kClassName = L"WorkbenchFrame";
+constexpr UINT kUpdateStatus = WM_APP;
 constexpr int kWindowMenu = 3; // its place in the menu bar; the open windows are listed at its end
 
 void registerClass(WNDPROC procedure) {
@@ -78,23 +81,26 @@ void FrameWindow::layOut() {
     RECT area;
     GetClientRect(window_, &area);
     const int right = area.right;
-    const int parts[] = {right - scaled(window_, 470), right - scaled(window_, 330),
-                         right - scaled(window_, 220), -1};
-    SendMessageW(status_, SB_SETPARTS, 4, reinterpret_cast<LPARAM>(parts));
+    const int parts[kParts] = {right - scaled(window_, 470), right - scaled(window_, 330),
+                               right - scaled(window_, 220), -1};
+    SendMessageW(status_, SB_SETPARTS, kParts, reinterpret_cast<LPARAM>(parts));
     RECT bar;
     GetWindowRect(status_, &bar);
     MoveWindow(client_, 0, 0, right, area.bottom - (bar.bottom - bar.top), TRUE);
 }
 
 void FrameWindow::showStatus(Part part, const std::wstring& text) {
-    SendMessageW(status_, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(text.c_str()));
+    texts_[part] = text;
+    if (!std::exchange(statusIsOld_, true)) {
+        PostMessageW(window_, kUpdateStatus, 0, 0);
+    }
 }
 
-std::wstring FrameWindow::status(Part part) const {
-    std::wstring text(LOWORD(SendMessageW(status_, SB_GETTEXTLENGTHW, part, 0)) + 1, L'\0');
-    SendMessageW(status_, SB_GETTEXTW, part, reinterpret_cast<LPARAM>(text.data()));
-    text.pop_back();
-    return text;
+void FrameWindow::updateStatus() {
+    statusIsOld_ = false;
+    for (int part = 0; part < kParts; ++part) {
+        SendMessageW(status_, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(texts_[part].c_str()));
+    }
 }
 
 void FrameWindow::setPointer(int pointer) {
@@ -178,6 +184,9 @@ LRESULT FrameWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
             onLeave();
         }
         break;
+    case kUpdateStatus:
+        updateStatus();
+        return 0;
     case WM_SETCURSOR:
         if (pointer_ != 0) {
             SetCursor(cursorFor(pointer_));

@@ -10,7 +10,7 @@ namespace workbench {
 /// The workbench's main window: an MDI frame with a menu, the area in which tool windows live, and a status bar.
 class FrameWindow {
 public:
-    enum Part { kNews, kChanges, kFocus, kCounts }; // the parts of the status bar
+    enum Part { kNews, kChanges, kFocus, kCounts, kParts }; // the parts of the status bar, and their number
 
     /// Creates the window, not yet shown. Throws Failure when that fails.
     explicit FrameWindow(const std::wstring& title);
@@ -34,8 +34,9 @@ public:
     bool translateKey(MSG& message);
 
     void show();
+    /// Shown when the window next handles messages: a part that changes often costs little.
     void showStatus(Part part, const std::wstring& text);
-    std::wstring status(Part part) const;
+    const std::wstring& status(Part part) const { return texts_[part]; }
 
     /// The mouse pointer over the window (mouse_pointer.h has the numbers).
     int pointer() const { return pointer_; }
@@ -55,12 +56,15 @@ private:
     LRESULT usual(UINT message, WPARAM wParam, LPARAM lParam) const;
     void createParts();
     void layOut();
+    void updateStatus();
     bool command(WPARAM wParam);
 
     HWND window_ = nullptr;
     HWND client_ = nullptr;
     HWND status_ = nullptr;
     HACCEL accelerators_ = nullptr;
+    std::wstring texts_[kParts]; // of the status bar
+    bool statusIsOld_ = false;
     int pointer_ = 0;
     bool closed_ = false;
 };

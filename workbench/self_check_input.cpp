@@ -56,6 +56,11 @@ void SelfCheck::checkTabs() {
     expect(GetFocus() == list, L"Shift+Tab goes into the log");
     press(VK_TAB, VK_SHIFT);
     expect(GetFocus() == tool.panel().button(), L"Shift+Tab goes out of the log");
+    frame().showStatus(FrameWindow::kChanges, L"");
+    press(VK_TAB, VK_SHIFT);
+    press(VK_RETURN);
+    expect(frame().status(FrameWindow::kChanges).starts_with(L"Changes: "),
+           L"Enter checks the chosen object");
 }
 
 void SelfCheck::checkWindowKeys() {

@@ -47,14 +47,22 @@ ToolWindow::~ToolWindow() { close(); }
 void ToolWindow::create(const Place& place, const std::wstring& title) {
     registerClass(&ToolWindow::windowProcedure);
     client_ = place.client;
-    const DWORD kind = isMdiChild() ? WS_EX_MDICHILD : 0;
-    const DWORD style =
-        isMdiChild() ? WS_CHILD | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX
-                     : WS_OVERLAPPEDWINDOW;
-    const HWND window =
-        CreateWindowExW(kind | WS_EX_CONTROLPARENT, kClassName, title.c_str(), style | WS_CLIPCHILDREN,
-                        CW_USEDEFAULT, CW_USEDEFAULT, scaled(place.frame, 860), scaled(place.frame, 520),
-                        isMdiChild() ? client_ : place.frame, nullptr, GetModuleHandleW(nullptr), this);
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    const int width = scaled(place.frame, 860);
+    const int height = scaled(place.frame, 520);
+    HWND window = nullptr;
+    if (isMdiChild()) {
+        window = CreateWindowExW(WS_EX_MDICHILD | WS_EX_CONTROLPARENT, kClassName, title.c_str(),
+                                 WS_CHILD | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
+                                 CW_USEDEFAULT, width, height, client_, nullptr, instance, this);
+    } else {
+        RECT frame;
+        GetWindowRect(place.frame, &frame);
+        window = CreateWindowExW(WS_EX_CONTROLPARENT, kClassName, title.c_str(),
+                                 WS_POPUP | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                                 frame.left + scaled(place.frame, 120), frame.top + scaled(place.frame, 120),
+                                 width, height, place.frame, nullptr, instance, this);
+    }
     if (!window) {
         throw Failure(L"The tool window cannot be created");
     }

@@ -51,7 +51,9 @@ protected:
     /// Waits for the end, and answers the exit code.
     static DWORD end(const PROCESS_INFORMATION& process) {
         DWORD code = STILL_ACTIVE;
-        EXPECT_EQ(WaitForSingleObject(process.hProcess, 60'000), static_cast<DWORD>(WAIT_OBJECT_0));
+        const DWORD ended = WaitForSingleObject(process.hProcess, 60'000);
+        EXPECT_EQ(ended, static_cast<DWORD>(WAIT_OBJECT_0));
+        if (ended != WAIT_OBJECT_0) TerminateProcess(process.hProcess, STILL_ACTIVE);
         GetExitCodeProcess(process.hProcess, &code);
         CloseHandle(process.hThread);
         CloseHandle(process.hProcess);
