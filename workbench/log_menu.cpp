@@ -82,6 +82,7 @@ bool LogMenu::runReports(WORD id) {
         if (!openDatabase()) {
             throw Failure(L"The log cannot open the database");
         }
+        followActiveTool(); // a log that opens a database has no parent
         return true;
     case IDM_LOG_CLOSE:
         call(log_.Get(), L"CloseDB");
@@ -104,6 +105,11 @@ void LogMenu::update(HMENU menu) const {
 bool LogMenu::openDatabase() {
     IDispatch* workspace = workspace_.Get();
     return call(log_.Get(), L"OpenDB", {Variant::byReference(workspace)}).boolean();
+}
+
+void LogMenu::leave() {
+    setParent(nullptr);
+    put(log_.Get(), L"Visible", false); // the window of a log without a parent, wherever that went
 }
 
 void LogMenu::followActiveTool() {

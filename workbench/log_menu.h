@@ -20,7 +20,7 @@ public:
     /// Puts the log into the active tool window, or nowhere when none is open.
     void followActiveTool();
     /// Takes the log out of the windows, which are about to go. What the user wanted to see stays remembered.
-    void leave() { setParent(nullptr); }
+    void leave();
     /// Reports that the object chosen in the active tool window was checked.
     void report(size_t sample);
 

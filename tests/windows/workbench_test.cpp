@@ -31,7 +31,8 @@ protected:
         for (int i = 0; i < kReports; ++i)
             session += "Add\tcheck\t" + std::to_string(i % 3) + "\tO1\tmessage " + std::to_string(i) + "\t\n";
         file("session.tsv", session + "SeriesFinish\t1\n");
-        file("options.xml", "<OPTIONS><BOOL ID=\"LogKeepInSession\" VALUE=\"true\"/></OPTIONS>");
+        file("options.xml", "<OPTIONS><BOOL ID=\"LogKeepInSession\" VALUE=\"true\"/>"
+                            "<BOOL ID=\"LogDocked\" VALUE=\"true\"/></OPTIONS>");
     }
 
     void file(const char* name, const std::string& content) {
