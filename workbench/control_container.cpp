@@ -21,8 +21,9 @@ ControlContainer::ControlContainer(HWND window, std::wstring name)
       site_(makeObject<ControlSite>(window, frame_)) {}
 
 std::shared_ptr<ControlContainer> ControlContainer::create(HWND window, const wchar_t* progId,
-                                                           const std::wstring& name) {
+                                                           const std::wstring& name, const RECT& area) {
     const std::shared_ptr<ControlContainer> made(new ControlContainer(window, name));
+    made->site_->place(area);
     made->createControl(progId);
     made->activate(OLEIVERB_INPLACEACTIVATE);
     check(made->object_.As(&made->inPlace_), L"Activating the control in its window");
@@ -36,7 +37,7 @@ std::shared_ptr<ControlContainer> ControlContainer::create(HWND window, const wc
 }
 
 void ControlContainer::close() {
-    visible_ = false;
+    show(false);
     if (const auto inPlace = std::exchange(inPlace_, nullptr)) {
         inPlace->UIDeactivate();
         inPlace->InPlaceDeactivate();
@@ -94,13 +95,13 @@ void ControlContainer::place(const RECT& area) {
 
 void ControlContainer::show(bool visible) {
     const HWND control = controlWindow();
-    if (!visible && control && IsChild(control, GetFocus())) {
-        SetFocus(window_); // hidden windows would keep the keys
-    }
+    const HWND focus = GetFocus();
     visible_ = visible && control;
     ShowWindow(control, visible_ ? SW_SHOW : SW_HIDE);
     if (visible_) {
         place(site_->area());
+    } else if (control && IsChild(control, focus)) {
+        SetFocus(window_); // a hidden window would keep the keys
     }
 }
 

@@ -14,7 +14,7 @@ class ControlContainer {
 public:
     /// The control is hidden at first. Throws Failure when it cannot be created or activated.
     static std::shared_ptr<ControlContainer> create(HWND window, const wchar_t* progId,
-                                                    const std::wstring& name);
+                                                    const std::wstring& name, const RECT& area);
     ~ControlContainer() { close(); }
     ControlContainer(const ControlContainer&) = delete;
     ControlContainer& operator=(const ControlContainer&) = delete;

@@ -67,16 +67,24 @@ void SelfCheck::checkWindowKeys() {
     ToolWindow& first = *tools().active();
     first.findControl(L"LogView")->focus();
     const HWND list = GetFocus();
+    expect(frame().status(FrameWindow::kFocus) == L"Focus: log", L"the log tells that it has the focus");
     press('N', VK_CONTROL);
     ToolWindow& second = *tools().active();
     expect(&second != &first && tools().count() == 2, L"Ctrl+N opens a tool window");
+    expect(frame().status(FrameWindow::kFocus).empty(), L"the log tells that it has lost the focus");
     press(VK_F6, VK_CONTROL);
     expect(tools().active() == &first, L"Ctrl+F6 goes to the next window");
     expect(GetFocus() == list, L"a window finds its focus again");
     press(VK_TAB, VK_CONTROL);
     expect(tools().active() == &second, L"so does Ctrl+Tab");
+    if (!second.findControl(L"LogView")) {
+        second.addControl(L"CVLog3.CVLogControl", L"LogView").show(true);
+    }
+    second.findControl(L"LogView")->focus();
     press('W', VK_CONTROL);
     expect(tools().active() == &first && tools().count() == 1, L"Ctrl+W closes the window");
+    expect(frame().status(FrameWindow::kFocus) == (GetFocus() == list ? L"Focus: log" : L""),
+           L"a log that goes with its window has no focus any more");
     expect(IsChild(first.handle(), GetFocus()), L"the focus goes to the window that is left");
 }
 

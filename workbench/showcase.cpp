@@ -27,22 +27,27 @@ void Showcase::show(const std::wstring& line) {
 }
 
 void Showcase::showPlaces() {
-    showLog(L"docked", true);
-    showLog(L"floating", false);
+    try {
+        showBothPlaces();
+    } catch (const Failure& failure) {
+        writeLine(STD_ERROR_HANDLE, L"No pictures of the log's places: " + failure.message());
+    }
     application_.showOptions();
     show(L"options");
     application_.closeOptions();
 }
 
+void Showcase::showBothPlaces() {
+    IDispatch* const log = application_.log();
+    const Variant before = get(log, L"Docked");
+    showLog(L"docked", true);
+    showLog(L"floating", false);
+    put(log, L"Docked", before); // the log remembers it in the project's options
+}
+
 void Showcase::showLog(const wchar_t* picture, bool docked) {
-    try {
-        put(application_.log(), L"Visible", true);
-        put(application_.log(), L"Docked", docked);
-        call(application_.log(), L"SetFocus");
-    } catch (const Failure& failure) {
-        writeLine(STD_ERROR_HANDLE, std::wstring(L"No picture \"") + picture + L"\": " + failure.message());
-        return;
-    }
+    put(application_.log(), L"Docked", docked);
+    call(application_.log(), L"SetFocus");
     show(picture);
 }
 

@@ -97,7 +97,7 @@ ControlContainer& ToolWindow::addControl(const std::wstring& progId, const std::
     if (findControl(name)) {
         throw Failure(L"The window has a control named " + name + L" already");
     }
-    controls_.push_back(ControlContainer::create(window_, progId.c_str(), name));
+    controls_.push_back(ControlContainer::create(window_, progId.c_str(), name, logArea()));
     return *controls_.back();
 }
 
@@ -107,17 +107,23 @@ ControlContainer* ToolWindow::findControl(std::wstring_view name) const {
     return found == controls_.end() ? nullptr : found->get();
 }
 
+RECT ToolWindow::logArea() const {
+    RECT area;
+    GetClientRect(window_, &area);
+    area.top = MulDiv(area.bottom, kPanelPercent, 100);
+    return area;
+}
+
 void ToolWindow::layOut() {
     if (!window_ || !panel_ || IsIconic(window_)) {
         return;
     }
-    RECT area;
-    GetClientRect(window_, &area);
-    RECT rest = area;
+    RECT rest;
+    GetClientRect(window_, &rest);
     ControlContainer* log = findControl(L"LogView");
     if (log && log->visible()) {
-        rest.bottom = MulDiv(area.bottom, kPanelPercent, 100);
-        area.top = rest.bottom;
+        const RECT area = logArea();
+        rest.bottom = area.top;
         log->place(area);
     }
     panel_->place(rest);

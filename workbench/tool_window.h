@@ -75,6 +75,8 @@ private:
     bool isMdiChild() const { return kind_ != ToolKind::kPlain; }
     void activated() const;
     void restoreFocus() const;
+    /// The lower part of the window.
+    RECT logArea() const;
     void resolutionChanged(const RECT* area);
 
     ToolKind kind_;
