@@ -164,6 +164,11 @@ LRESULT FrameWindow::usual(UINT message, WPARAM wParam, LPARAM lParam) const {
     return DefFrameProcW(window_, client_, message, wParam, lParam);
 }
 
+void FrameWindow::moveTo(const RECT& area) {
+    SetWindowPos(window_, nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 LRESULT FrameWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_SIZE:
@@ -188,17 +193,13 @@ LRESULT FrameWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         updateStatus();
         return 0;
     case WM_SETCURSOR:
-        if (pointer_ != 0) {
-            SetCursor(cursorFor(pointer_));
+        if (showUnusual(pointer_)) {
             return TRUE;
         }
         break;
-    case WM_DPICHANGED: {
-        const auto& area = *reinterpret_cast<const RECT*>(lParam);
-        SetWindowPos(window_, nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
+    case WM_DPICHANGED:
+        moveTo(*reinterpret_cast<const RECT*>(lParam));
         return 0;
-    }
     case WM_CLOSE:
         closed_ = true; // the window goes after its tool windows and the log, see Application
         return 0;

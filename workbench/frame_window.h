@@ -55,6 +55,7 @@ private:
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT usual(UINT message, WPARAM wParam, LPARAM lParam) const;
     void createParts();
+    void moveTo(const RECT& area);
     void layOut();
     void updateStatus();
     bool command(WPARAM wParam);

@@ -13,4 +13,12 @@ HCURSOR cursorFor(int pointer) {
     }
 }
 
+bool showUnusual(int pointer) {
+    if (pointer == 0) {
+        return false;
+    }
+    SetCursor(cursorFor(pointer));
+    return true;
+}
+
 } // namespace workbench

@@ -8,10 +8,6 @@ namespace workbench {
 
 namespace {
 
-// {0D7B3F52-8A5E-4C1D-B7A6-91E4C2F0D835}
-constexpr IID kOptionsEvents{0x0d7b3f52, 0x8a5e, 0x4c1d, {0xb7, 0xa6, 0x91, 0xe4, 0xc2, 0xf0, 0xd8, 0x35}};
-constexpr DISPID kSaved = 1;
-
 constexpr const wchar_t* kDefaultOptions = LR"(<?xml version="1.0"?>
 <OPTIONS>
   <GROUP NAME="Log">

@@ -5,13 +5,11 @@
 #include "workbench/com_call.h"
 #include "workbench/failure.h"
 #include "workbench/menu_ids.h"
+#include "workbench/options_document.h"
 
 namespace workbench {
 
 namespace {
-
-// {0D7B3F52-8A5E-4C1D-B7A6-91E4C2F0D835}, the options document's events
-constexpr IID kOptionsEvents{0x0d7b3f52, 0x8a5e, 0x4c1d, {0xb7, 0xa6, 0x91, 0xe4, 0xc2, 0xf0, 0xd8, 0x35}};
 
 void hold(BYTE key, bool down) {
     BYTE keys[256];
@@ -91,7 +89,7 @@ void SelfCheck::checkWindowKeys() {
 void SelfCheck::checkOptions() {
     int saved = 0;
     const EventConnection events(application_.options(), kOptionsEvents,
-                                 [&](DISPID event, const Arguments&) { saved += event == 1; });
+                                 [&](DISPID event, const Arguments&) { saved += event == kSaved; });
     const std::wstring before = keepsRows(application_.options());
     const auto change = [&](UINT button) {
         const HWND dialog = application_.showOptions().handle();

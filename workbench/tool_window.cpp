@@ -186,18 +186,16 @@ LRESULT ToolWindow::usual(UINT message, WPARAM wParam, LPARAM lParam) const {
                         : DefWindowProcW(window_, message, wParam, lParam);
 }
 
-LRESULT ToolWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+/// The messages that tell whether the user works in this window; all of them go on to the usual handling.
+void ToolWindow::watchActivation(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-    case WM_SIZE:
-        layOut();
-        break; // MDI children must pass this on
     case WM_MDIACTIVATE:
         if (reinterpret_cast<HWND>(lParam) == window_) {
             activated();
         } else {
             rememberFocus();
         }
-        return 0;
+        break;
     case WM_ACTIVATE:
         if (LOWORD(wParam) == WA_INACTIVE) {
             rememberFocus();
@@ -208,6 +206,17 @@ LRESULT ToolWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_MOUSEACTIVATE:
         activated(); // the front MDI child gets no WM_MDIACTIVATE when the user comes back from a plain window
         break;
+    default:
+        break;
+    }
+}
+
+LRESULT ToolWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    watchActivation(message, wParam, lParam);
+    switch (message) {
+    case WM_SIZE:
+        layOut();
+        break; // MDI children must pass this on
     case WM_SETFOCUS:
         usual(message, wParam, lParam);
         if (panel_) {
@@ -221,8 +230,7 @@ LRESULT ToolWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         break;
     case WM_SETCURSOR:
-        if (pointer_ != 0) {
-            SetCursor(cursorFor(pointer_));
+        if (showUnusual(pointer_)) {
             return TRUE;
         }
         break;

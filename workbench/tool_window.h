@@ -74,6 +74,7 @@ private:
     LRESULT usual(UINT message, WPARAM wParam, LPARAM lParam) const;
     bool isMdiChild() const { return kind_ != ToolKind::kPlain; }
     void activated() const;
+    void watchActivation(UINT message, WPARAM wParam, LPARAM lParam);
     void restoreFocus() const;
     /// The lower part of the window.
     RECT logArea() const;
