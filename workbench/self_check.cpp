@@ -95,6 +95,7 @@ void SelfCheck::checkToolList() {
     ToolWindow& second = tools().open(ToolKind::kPlain);
     expect(get(list.Get(), L"Count").integer() == 2, L"the list tells of a tool that opens");
     expect(windowOf(activeWindow().Get()) == second.handle(), L"a new tool is the active one");
+    checkParent();
     expect(GetWindow(second.handle(), GW_OWNER) == frame().handle(), L"a plain tool belongs to the frame");
     SendMessageW(first.handle(), WM_MOUSEACTIVATE, 0, 0);
     expect(windowOf(activeWindow().Get()) == first.handle(),
@@ -102,6 +103,17 @@ void SelfCheck::checkToolList() {
     expectFailure([&] { call(list.Get(), L"Item", {3}); }, L"there is no third tool");
     tools().close(second);
     expect(get(list.Get(), L"Count").integer() == 1, L"the list tells of a tool that closes");
+}
+
+/// A log that has no parent to set says so in the status bar.
+void SelfCheck::checkParent() {
+    try {
+        expect(get(application_.log(), L"Parent").object() == activeWindow(),
+               L"the log's parent is the active window");
+    } catch (const Failure& failure) {
+        expect(frame().status(FrameWindow::kNews) == failure.message(),
+               L"a missing member shows in the status bar");
+    }
 }
 
 void SelfCheck::checkControls() {
@@ -225,6 +237,10 @@ void SelfCheck::checkClosing() {
     }
     expect(get(list.Get(), L"Count").integer() == 0, L"no tool is open at the end");
     expectFailure([&] { call(list.Get(), L"Item", {0}); }, L"and there is none at 0");
+    frame().showStatus(FrameWindow::kNews, L"");
+    ToolWindow& last = tools().open(ToolKind::kMdiChild);
+    checkParent(); // also with a first window
+    tools().close(last);
 }
 
 } // namespace workbench

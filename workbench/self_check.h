@@ -25,6 +25,7 @@ private:
 
     // self_check.cpp: the objects
     void checkToolList();
+    void checkParent();
     void checkControls();
     void checkAddedControl(IDispatch* window, IDispatch* control);
     void checkPlacement();

@@ -1,6 +1,7 @@
 #include "workbench/tool_windows.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "workbench/failure.h"
 
@@ -42,16 +43,17 @@ ToolWindow& ToolWindows::open(ToolKind kind) {
 }
 
 void ToolWindows::activated(const ToolWindow& tool) {
-    if (active() == &tool) {
-        return;
-    }
     const auto found =
         std::find_if(tools_.begin(), tools_.end(), [&](const auto& open) { return open.get() == &tool; });
     if (found == tools_.end()) {
         return; // it is being closed
     }
     std::rotate(found, found + 1, tools_.end());
-    if (onActiveChanged) {
+    tellActive();
+}
+
+void ToolWindows::tellActive() {
+    if (std::exchange(told_, active()) != active() && onActiveChanged) {
         onActiveChanged();
     }
 }
@@ -60,9 +62,7 @@ void ToolWindows::close(ToolWindow& tool) {
     const std::shared_ptr<ToolWindow> closing = tool.shared_from_this();
     const bool wasActive = active() == &tool;
     std::erase(tools_, closing);
-    if (wasActive && onActiveChanged) {
-        onActiveChanged();
-    }
+    tellActive();
     closing->close();
     if (ToolWindow* next = active(); next && wasActive) {
         next->activate();

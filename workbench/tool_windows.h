@@ -35,10 +35,12 @@ public:
 
 private:
     void activated(const ToolWindow& tool);
+    void tellActive();
 
     FrameWindow& frame_;
     SharedProject project_;
     std::vector<std::shared_ptr<ToolWindow>> tools_;
+    const ToolWindow* told_ = nullptr; // the active one when `onActiveChanged` was last called
     int opened_ = 0;
 };
 
