@@ -57,7 +57,6 @@ inline constexpr std::int32_t kDamagedStorage = of(0x80030109);
 inline constexpr std::int32_t kNoConnection = of(0x80040200);
 /// Run-time errors of the classic automation hosts: facility 10, the decimal error number below.
 inline constexpr std::int32_t kObjectRequired = of(0x800A01A8);           // 424
-inline constexpr std::int32_t kInvalidPropertyValue = of(0x800A017C);     // 380
 inline constexpr std::int32_t kSetNotSupportedAtRunTime = of(0x800A017E); // 382
 inline constexpr std::int32_t kSetNotPermitted = of(0x800A0183);          // 387
 inline constexpr std::int32_t kInvalidPropertyValue = of(0x800A017C);     // 380

@@ -27,17 +27,17 @@ private:
     const std::function<void()>& gone_;
 };
 
-class OnlyWindowFactory : public widgets::PeerFactory {
+class OnlyWindowFactory : public platform::headless::HeadlessPeerFactory {
 public:
-    explicit OnlyWindowFactory(const platform::headless::CallGate& gate) : gate_(gate) {}
+    explicit OnlyWindowFactory(const platform::headless::CallGate& gate)
+        : HeadlessPeerFactory(gate), gate_(gate) {}
     std::unique_ptr<widgets::ListViewPeer> makeListView(widgets::ListView& list) override {
-        return std::make_unique<OnlyWindow>(list, gate_, book_, windowGone);
+        return std::make_unique<OnlyWindow>(list, gate_, book, windowGone);
     }
     std::function<void()> windowGone = [] {};
 
 private:
     const platform::headless::CallGate& gate_;
-    platform::headless::PeerBook book_;
 };
 
 class MeasurerThatMayFail : public platform::headless::HeadlessTextMeasurer {
