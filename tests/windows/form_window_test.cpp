@@ -1,4 +1,5 @@
 #include "tests/windows/form_window_fixture.h"
+#include "tests/windows/live_objects.h"
 
 #include <stdexcept>
 
@@ -185,6 +186,50 @@ TEST_F(Win32Form, BreaksALabelIntoLinesAndLeavesItsAmpersands) {
     EXPECT_STREQ(text, L"You && I");
 }
 
+TEST_F(Win32Form, ShowsAPictureAsLargeAsFitsInTheMiddleOfItsArea) {
+    struct HalfSeen : ports::Picture {
+        ports::Pixels render(int side) const override {
+            rendered = side;
+            return {side, std::vector<std::uint32_t>(static_cast<std::size_t>(side * side), 0x80008000U)};
+        }
+        mutable int rendered = 0;
+    };
+    const auto picture = std::make_shared<HalfSeen>();
+    const auto shown = make();
+    shown->form.add(widgets::PictureBox{{150, 150, 900, 480}, picture});
+    shown->form.show();
+    takeMessages();
+    RedrawWindow(windowOf(*shown), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    const HWND box = childrenOf(windowOf(*shown), L"STATIC").at(0);
+    const SIZE size = clientOf(box);
+    EXPECT_EQ(picture->rendered, size.cy);
+
+    const HDC screen = GetDC(box);
+    const auto at = [&](LONG x) {
+        return GetPixel(screen, static_cast<int>(x), static_cast<int>(size.cy / 2));
+    };
+    const COLORREF face = GetSysColor(COLOR_BTNFACE);
+    const LONG left = (size.cx - size.cy) / 2;
+    EXPECT_EQ(at(left - 1), face);
+    EXPECT_EQ(at(left + size.cy), face);
+    for (const LONG x : {left, left + size.cy - 1}) {
+        EXPECT_NEAR(GetRValue(at(x)), GetRValue(face) / 2, 2);
+        EXPECT_NEAR(GetGValue(at(x)), GetGValue(face) / 2 + 128, 2);
+    }
+    ReleaseDC(box, screen);
+}
+
+TEST_F(Win32Form, LeavesAPictureBoxWithoutAPictureEmpty) {
+    const auto shown = make();
+    shown->form.add(widgets::PictureBox{{150, 150, 900, 480}, nullptr});
+    shown->form.show();
+    takeMessages();
+    const HWND box = childrenOf(windowOf(*shown), L"STATIC").at(0);
+    const HDC screen = GetDC(box);
+    EXPECT_EQ(GetPixel(screen, 5, 5), GetSysColor(COLOR_BTNFACE));
+    ReleaseDC(box, screen);
+}
+
 /// Keys in a message loop that knows nothing of forms.
 class Win32FormKeys : public FormWindowFixture {
 protected:
@@ -269,6 +314,15 @@ TEST_F(Win32FormKeys, MayEndTheForm) {
     EXPECT_TRUE(takeMessagesUntil([&] { return !IsWindow(three); }));
 }
 
+TEST_F(Win32Form, IsCountedWithItsObjects) {
+    const int graphics = liveGraphicsObjects();
+    const int windows = liveWindows();
+    const auto shown = make();
+    addButtons(*shown);
+    EXPECT_GT(liveGraphicsObjects(), graphics);
+    EXPECT_EQ(liveWindows(), windows + 3);
+}
+
 TEST_F(Win32Form, FiveHundredLeaveNothingBehind) {
     struct Filled : ports::Picture {
         ports::Pixels render(int side) const override {
@@ -289,18 +343,17 @@ TEST_F(Win32Form, FiveHundredLeaveNothingBehind) {
         }
     };
     rounds(5);
-    const auto count = [](DWORD kind) { return GetGuiResources(GetCurrentProcess(), kind); };
     const auto handles = [] {
         DWORD number = 0;
         GetProcessHandleCount(GetCurrentProcess(), &number);
         return number;
     };
-    const DWORD gdi = count(GR_GDIOBJECTS);
-    const DWORD user = count(GR_USEROBJECTS);
+    const int graphics = liveGraphicsObjects();
+    const int windows = liveWindows();
     const DWORD system = handles();
     rounds(500);
-    EXPECT_LE(count(GR_GDIOBJECTS), gdi + 5);
-    EXPECT_LE(count(GR_USEROBJECTS), user + 5);
+    EXPECT_LE(liveGraphicsObjects(), graphics + 5);
+    EXPECT_EQ(liveWindows(), windows);
     EXPECT_LE(handles(), system + 5);
 }
 
