@@ -174,8 +174,8 @@ TEST_P(FormContract, GivesItsListBackBeforeItGoes) {
 }
 
 TEST_P(FormContract, HandsAListFromFormToForm) {
-    const auto second = RecordingForm::make(screen_->peers());
     const std::unique_ptr<ListView> list = screen_->makeList();
+    const auto second = RecordingForm::make(screen_->peers()); // goes before the list on it
     window_->form.place(*list, {0, 0, 3000, 1500});
     window_->form.takeOffList();
     second->form.place(*list, {0, 0, 3000, 1500});

@@ -33,6 +33,11 @@ protected:
                           }});
     }
 
+    void TearDown() override {
+        shown_.reset(); // before the list on it
+        FormWindowFixture::TearDown();
+    }
+
     HostsWindow host_;
     std::shared_ptr<RecordingForm> shown_ = make(Border::FixedDialog);
 };

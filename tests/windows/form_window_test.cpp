@@ -242,6 +242,11 @@ protected:
         two_ = childrenOf(windowOf(*shown_), L"BUTTON")[1];
         SetFocus(one_);
     }
+    void TearDown() override {
+        shown_.reset(); // before the list on it
+        FormWindowFixture::TearDown();
+    }
+
     std::shared_ptr<RecordingForm> shown_ = make();
     HWND one_ = nullptr;
     HWND two_ = nullptr;
