@@ -1,6 +1,7 @@
 #include "host/log_placement.h"
 
 #include "base/failure.h"
+#include "core/log_resources.h"
 #include "host/frm_log.h"
 
 namespace cvlog::host {
@@ -25,6 +26,7 @@ hostapi::HostControl EnsureLogControl(core::Globals& globals, const hostapi::Hos
     if (control) return control;
     base::ignoring([&] { control = window.addControl(kProgramId, kControlName, globals.placement.Parent); });
     if (!control) return control;
+    base::ignoring([&] { control.setFont(core::ResourceFont(globals)); });
     base::ignoring([&] { control.bringToFront(); });
     return control;
 }

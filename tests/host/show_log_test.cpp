@@ -1,5 +1,6 @@
 // Where the log is shown for every state it can be in.
 
+#include "core/log_resources.h"
 #include "tests/support/placed_log.h"
 
 #include <tuple>
@@ -56,9 +57,10 @@ TEST_F(ShowLogTest, MakesTheControlInsideTheContainerInFrontOfTheOthers) {
     assumeParent();
     ShowLog(globals());
     const auto made = world.calls.journalOf({"Controls.Add", "LogView."});
-    ASSERT_GE(made.size(), 2U);
-    EXPECT_EQ(made.at(0), "Controls.Add(CVLog3.CVLogControl, LogView, <object>)");
-    EXPECT_EQ(world.calls.countOf("LogView.ZOrder(0)"), 1);
+    EXPECT_EQ(made, (std::vector<std::string>{"Controls.Add(CVLog3.CVLogControl, LogView, <object>)",
+                                              "LogView.Font = <object>", "LogView.ZOrder(0)",
+                                              "LogView.Visible = False"}));
+    EXPECT_EQ(window.logView->get(u"Font"), automation::Value(core::ResourceFont(globals())));
 }
 
 TEST_F(ShowLogTest, LeavesAControlThatIsThereAsItIs) {
