@@ -19,6 +19,8 @@ public:
     const automation::DispatchTable& dispatchTable() const override { return members(); }
 
     Globals& globals() const noexcept { return globals_; }
+    /// True from creation to the end.
+    bool isCreated() const noexcept { return created_; }
     automation::EventSource& events() noexcept { return events_; }
 
     /// Raises an event by its name (case does not matter); an unknown name raises nothing, and so does any name while
@@ -31,6 +33,7 @@ public:
 
 private:
     Globals& globals_;
+    bool created_ = true;
     automation::EventSource events_;
 };
 
