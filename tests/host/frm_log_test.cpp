@@ -1,5 +1,6 @@
 #include "host/frm_log.h"
 
+#include "core/log_resources.h"
 #include "tests/support/placed_log.h"
 
 namespace cvlog::host {
@@ -177,6 +178,22 @@ TEST_F(FloatingLog, GoesWhenTheDatabaseIsClosed) {
     world.close();
     EXPECT_FALSE(floats());
     EXPECT_TRUE(forms().live.empty());
+}
+
+TEST_F(FloatingLog, ClosesAfterTheWishWasSavedAndBeforeTheListsLoseTheirIcons) {
+    widgets::ListView& docked = world.addControl();
+    core::AttachImageLists(globals(), docked);
+    globals().LogWindowVisible = true;
+    open();
+    std::vector<std::string> steps;
+    world.calls.insideCall = [&](const std::string& name) {
+        if (name == "Settings.save" && floats()) steps.emplace_back("saved");
+        if (name == "List.appearanceChanged") steps.emplace_back(floats() ? "too early" : "unbound");
+    };
+    world.close();
+    world.calls.insideCall = nullptr;
+    EXPECT_EQ(steps, (std::vector<std::string>{"saved", "unbound", "unbound"}));
+    EXPECT_EQ(stored(u"Visible"), u"1");
 }
 
 TEST_F(FloatingLog, IsOneHoweverOftenItIsAskedForWhileItLoads) {
