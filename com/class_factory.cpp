@@ -1,9 +1,9 @@
 #include "com/class_factory.h"
 
-#include "com/com_ptr.h"
 #include "com/control_shell.h"
 #include "com/firewall.h"
 #include "com/guids.h"
+#include "com/heap_object.h"
 #include "com/log_shell.h"
 
 namespace cvlog::com {
@@ -17,24 +17,10 @@ ComObject* make(IUnknown* outer) {
     return new Shell(outer, Apartment::enter());
 }
 
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public HeapObject<IClassFactory> {
 public:
     explicit ClassFactory(Maker maker) : maker_(maker) {}
 
-    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        if (!result) return E_POINTER;
-        const bool known = id == IID_IUnknown || id == IID_IClassFactory;
-        *result = known ? this : nullptr;
-        if (!known) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
     STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** result) override {
         return firewall([&]() -> HRESULT {
             if (!result) return E_POINTER;
@@ -50,8 +36,6 @@ public:
     }
 
 private:
-    ModuleLock lock_;
-    std::atomic<ULONG> references_{1};
     Maker maker_;
 };
 

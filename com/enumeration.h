@@ -1,14 +1,13 @@
 #pragma once
 
 #include "com/firewall.h"
-#include "com/module.h"
+#include "com/heap_object.h"
 
 #include <windows.h>
 
 #include <unknwn.h>
 
 #include <algorithm>
-#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -18,7 +17,7 @@ namespace cvlog::com {
 /// the `Item` that stands for one here: it holds its references, and `give()` makes an element with references of the
 /// caller's own.
 template <class Kind>
-class Enumeration final : public Kind::Interface {
+class Enumeration final : public HeapObject<typename Kind::Interface> {
 public:
     using Interface = typename Kind::Interface;
     using Element = typename Kind::Element;
@@ -33,20 +32,6 @@ public:
         });
     }
 
-    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        if (!result) return E_POINTER;
-        const bool known = id == IID_IUnknown || id == __uuidof(Interface);
-        *result = known ? this : nullptr;
-        if (!known) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
     STDMETHODIMP Next(ULONG count, Element* elements, ULONG* fetched) override {
         if (fetched) *fetched = 0;
         if (!elements || (count != 1 && !fetched)) return E_POINTER;
@@ -73,12 +58,9 @@ public:
 private:
     Enumeration(std::shared_ptr<const Items> items, std::size_t next)
         : items_(std::move(items)), next_(next) {}
-    ~Enumeration() = default;
 
     ULONG left() const noexcept { return static_cast<ULONG>(items_->size() - next_); }
 
-    ModuleLock lock_;
-    std::atomic<ULONG> references_{1};
     std::shared_ptr<const Items> items_; // shared with the copies
     std::size_t next_;
 };

@@ -2,14 +2,12 @@
 
 #include "automation/error.h"
 #include "base/failure.h"
-#include "com/com_ptr.h"
 #include "com/foreign_object.h"
-#include "com/module.h"
+#include "com/heap_object.h"
 #include "com/variants.h"
 
 #include <ocidl.h>
 
-#include <atomic>
 #include <vector>
 
 namespace cvlog::com {
@@ -20,25 +18,11 @@ using automation::EventSink;
 using automation::Value;
 
 /// Our ear at a foreign object: an IDispatch that also answers to the events' own interface.
-class SinkDispatch final : public IDispatch {
+class SinkDispatch final : public HeapObject<IDispatch> {
 public:
     SinkDispatch(std::shared_ptr<EventSink> sink, const IID& events)
         : sink_(std::move(sink)), events_(events) {}
 
-    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
-        if (!object) return E_POINTER;
-        const bool known = id == IID_IUnknown || id == IID_IDispatch || id == events_;
-        *object = known ? static_cast<IDispatch*>(this) : nullptr;
-        if (!known) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
     STDMETHODIMP GetTypeInfoCount(UINT* count) override { return count ? (*count = 0, S_OK) : E_POINTER; }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
@@ -60,26 +44,13 @@ private:
         if (keep) keep->onEvent(id, arguments);
     }
 
-    ModuleLock lock_;
-    std::atomic<ULONG> references_{1};
+    bool answersTo(REFIID id) const noexcept override { return id == IID_IDispatch || id == events_; }
+
     std::shared_ptr<EventSink> sink_;
     IID events_;
 };
 
-class EventConnection final : public automation::Connection {
-public:
-    EventConnection(ComPtr<IConnectionPoint> point, ComPtr<SinkDispatch> sink, DWORD cookie)
-        : point_(std::move(point)), sink_(std::move(sink)), cookie_(cookie) {}
-    ~EventConnection() override {
-        sink_->detach();
-        point_->Unadvise(cookie_);
-    }
-
-private:
-    ComPtr<IConnectionPoint> point_;
-    ComPtr<SinkDispatch> sink_;
-    DWORD cookie_;
-};
+using EventConnection = SinkConnection<SinkDispatch, automation::Connection>;
 
 // The default source: what the class says, else the first connection point there is.
 ComPtr<IConnectionPoint> defaultPoint(IDispatch* source) {

@@ -58,7 +58,8 @@ void InvokeArguments::place(UINT index) {
 void InvokeArguments::writeBackChanges() {
     for (UINT i = 0; i < parameters_.cArgs; ++i) {
         const std::size_t parameter = parameterOf(parameters_, member_, i);
-        if (parameter >= member_.parameters.size()) continue; // it went to the default member of a property's value
+        if (parameter >= member_.parameters.size())
+            continue; // it went to the default member of a property's value
         if (member_.parameters[parameter].byReference && !(values_[i] == given_[i]))
             writeBack(parameters_.rgvarg[i], values_[i]);
     }

@@ -2,15 +2,13 @@
 
 #include "automation/error.h"
 #include "base/failure.h"
-#include "com/com_ptr.h"
 #include "com/foreign_object.h"
-#include "com/module.h"
+#include "com/heap_object.h"
 #include "com/variants.h"
 
 #include <ocidl.h>
 #include <olectl.h>
 
-#include <atomic>
 #include <cmath>
 
 namespace cvlog::com {
@@ -20,24 +18,10 @@ namespace {
 constexpr double kCurrencyUnits = 10'000; // a currency value counts ten-thousandths
 
 /// Our ear at a font object.
-class FontSink final : public IPropertyNotifySink {
+class FontSink final : public HeapObject<IPropertyNotifySink> {
 public:
     explicit FontSink(std::function<void()> changed) : changed_(std::move(changed)) {}
 
-    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        if (!result) return E_POINTER;
-        const bool known = id == IID_IUnknown || id == IID_IPropertyNotifySink;
-        *result = known ? this : nullptr;
-        if (!known) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
     STDMETHODIMP OnChanged(DISPID) override {
         const auto handler = changed_; // the call may end this connection
         if (handler) base::ignoring(handler);
@@ -49,25 +33,10 @@ public:
     void detach() noexcept { changed_ = nullptr; }
 
 private:
-    ModuleLock lock_;
-    std::atomic<ULONG> references_{1};
     std::function<void()> changed_;
 };
 
-class FontConnection final : public automation::Connection {
-public:
-    FontConnection(ComPtr<IConnectionPoint> point, ComPtr<FontSink> sink, DWORD cookie)
-        : point_(std::move(point)), sink_(std::move(sink)), cookie_(cookie) {}
-    ~FontConnection() override {
-        sink_->detach();
-        point_->Unadvise(cookie_);
-    }
-
-private:
-    ComPtr<IConnectionPoint> point_;
-    ComPtr<FontSink> sink_;
-    DWORD cookie_;
-};
+using FontConnection = SinkConnection<FontSink, automation::Connection>;
 
 } // namespace
 
