@@ -64,8 +64,8 @@ OwnWindowClass::~OwnWindowClass() {
 HWND makeOwnWindow(MessageHandler& handler, DWORD style, DWORD extendedStyle, HWND parent,
                    bool placedBySystem) {
     const int place = placedBySystem ? CW_USEDEFAULT : 0;
-    const HWND window = CreateWindowExW(extendedStyle, kClassName, L"", style, place, place, place, place, parent,
-                                        nullptr, thisModule(), &handler);
+    const HWND window = CreateWindowExW(extendedStyle, kClassName, L"", style, place, place, place, place,
+                                        parent, nullptr, thisModule(), &handler);
     if (!window) throw std::runtime_error("no window");
     return window;
 }

@@ -69,7 +69,8 @@ TEST_F(LogMembers, AreSharedByAllLogs) {
     second->invoke(u"Add", u"", std::int32_t{1}, u"", u"message");
     log().invoke(u"SeriesFinish", std::int32_t{0});
     ASSERT_EQ(world.platform.messages.shown.size(), 1U);
-    EXPECT_EQ(world.platform.messages.shown.at(0).icon, ports::BoxIcon::Exclamation) << "the code 1 of the other log";
+    EXPECT_EQ(world.platform.messages.shown.at(0).icon, ports::BoxIcon::Exclamation)
+        << "the code 1 of the other log";
 }
 
 TEST_F(LogMembers, TellTheLogThatLastOpenedTheDatabaseOfTheLists) {

@@ -144,9 +144,9 @@ TEST(TypeLibrary, DispatchIdsOfTheLogAreFrozen) {
         {u"Top", 0x68030003},          {u"Height", 0x68030002},      {u"Width", 0x68030001},
         {u"SeriesFinish", 0x6003000c}, {u"SeriesStart", 0x6003000d}, {u"Add", 0x6003000e},
         {u"OpenDB", 0x60030011},       {u"CloseDB", 0x60030012},     {u"ShowHelp", 0x60030017},
-        {u"PopupMenu", 0x60030018},    {u"KeyDown", 0x60030019}, {u"Font", 0x6803001a},
-        {u"Parent", 0x68030006}, {u"Docked", 0x68030005}, {u"Visible", 0x68030000}, {u"SetFocus", 0x6003000a},
-        {u"Dock", 0x6003000b}, {u"Move", 0x6003000f}};
+        {u"PopupMenu", 0x60030018},    {u"KeyDown", 0x60030019},     {u"Font", 0x6803001a},
+        {u"Parent", 0x68030006},       {u"Docked", 0x68030005},      {u"Visible", 0x68030000},
+        {u"SetFocus", 0x6003000a},     {u"Dock", 0x6003000b},        {u"Move", 0x6003000f}};
     EXPECT_EQ(frozen.size(), 21U);
     for (const auto& [name, id] : frozen)
         EXPECT_EQ(core::CVLog::members().idOf(name), id) << std::string(name.begin(), name.end());
@@ -154,8 +154,8 @@ TEST(TypeLibrary, DispatchIdsOfTheLogAreFrozen) {
 
 TEST(TypeLibrary, DispatchIdsOfTheControlAreFrozen) {
     const std::map<std::u16string_view, std::int32_t> frozen = {
-        {u"BackColor", -501}, {u"ForeColor", -513}, {u"Enabled", -514},
-        {u"Font", -512}, {u"hwnd", -515}, {u"Refresh", -550}, {u"TextWidth", 0x60030001}, {u"Controls", 0x68030000}};
+        {u"BackColor", -501}, {u"ForeColor", -513}, {u"Enabled", -514},         {u"Font", -512},
+        {u"hwnd", -515},      {u"Refresh", -550},   {u"TextWidth", 0x60030001}, {u"Controls", 0x68030000}};
     for (const auto& [name, id] : frozen)
         EXPECT_EQ(view::LogControl::members().idOf(name), id) << std::string(name.begin(), name.end());
 }
