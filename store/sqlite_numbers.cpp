@@ -19,28 +19,22 @@ constexpr std::int64_t kLargestBlock = 256;
 ReservedNumbers::ReservedNumbers(std::u16string table, std::u16string column)
     : table_(std::move(table)), column_(std::move(column)) {}
 
-bool ReservedNumbers::isOf(std::u16string_view table, std::u16string_view column) const noexcept {
-    return table == table_ && column == column_;
-}
-
-std::optional<ReservedNumbers::Next> ReservedNumbers::fromBlock(std::int64_t ownChanges) const noexcept {
-    if (last_.number >= last_.end || last_.ownChanges != ownChanges) return std::nullopt;
+std::optional<ReservedNumbers::Next> ReservedNumbers::fromBlock() const noexcept {
+    if (last_.number >= last_.end) return std::nullopt;
     Next next = last_;
     ++next.number;
     return next;
 }
 
-ReservedNumbers::Next ReservedNumbers::fromNewBlock(SqliteConnection& connection,
-                                                    std::int64_t ownChanges) const {
+ReservedNumbers::Next ReservedNumbers::fromNewBlock(SqliteConnection& connection) const {
     Next next = last_;
-    const std::int64_t version = connection.fileVersion();
-    const bool undisturbed =
-        last_.blockSize > 0 && version == last_.fileVersion && ownChanges == last_.ownChanges;
-    if (!undisturbed) next.number = highestGiven(connection);
+    const bool undisturbed = last_.blockSize > 0 && connection.fileVersion() == last_.fileVersion;
+    if (!undisturbed)
+        next.number = std::max(highestInTable(connection, table_, column_),
+                               lastNumberIn(connection, table_, column_).value_or(0));
     if (next.number >= kLastCounter) fail(EngineError::CounterExhausted, u"The counter has no more numbers.");
     next.blockSize = undisturbed ? std::min(last_.blockSize * 2, kLargestBlock) : 1;
     next.end = std::min(next.number + next.blockSize, kLastCounter);
-    next.ownChanges = ownChanges;
     ++next.number;
     setLastNumberIn(connection, table_, column_, next.end);
     return next;
@@ -52,15 +46,10 @@ void ReservedNumbers::noteGiven(const Next& next, std::int64_t fileVersion) noex
 }
 
 void ReservedNumbers::giveBack(SqliteConnection& connection) noexcept {
-    if (last_.number >= last_.end) return;
-    base::ignoring([&] { lowerLastNumberIn(connection, table_, column_, last_.end, last_.number); });
-    last_.end = last_.number;
-}
-
-std::int64_t ReservedNumbers::highestGiven(SqliteConnection& connection) const {
-    const std::int64_t marked = lastNumberIn(connection, table_, column_).value_or(0);
-    const bool blockIsOurs = last_.end > 0 && marked == last_.end;
-    return std::max(highestInTable(connection, table_, column_), blockIsOurs ? last_.number : marked);
+    if (last_.number < last_.end)
+        base::ignoring(
+            [&] { lowerLastNumberIn(connection, table_, column_, last_.number, last_.fileVersion); });
+    last_ = {};
 }
 
 } // namespace cvlog::store

@@ -62,14 +62,15 @@ void setLastNumberIn(SqliteConnection& connection, std::u16string_view table, st
 }
 
 void lowerLastNumberIn(SqliteConnection& connection, std::u16string_view table, std::u16string_view column,
-                       std::int64_t from, std::int64_t to) {
+                       std::int64_t number, std::int64_t fileVersion) {
     connection
-        .prepare(std::string_view("update SysColumnProperties set LastNumber = ?4 "
-                                  "where TableName = ?1 and ColumnName = ?2 and LastNumber = ?3"))
+        .prepare(
+            u"update SysColumnProperties set LastNumber = ?3 where TableName = ?1 and ColumnName = ?2 and " +
+            std::u16string(SqliteConnection::kFileVersion) + u" = ?4")
         .bind(1, table)
         .bind(2, column)
-        .bind(3, from)
-        .bind(4, to)
+        .bind(3, number)
+        .bind(4, fileVersion)
         .run();
 }
 

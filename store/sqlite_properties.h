@@ -20,9 +20,9 @@ std::optional<std::int64_t> lastNumberIn(SqliteConnection& connection, std::u16s
 void setLastNumberIn(SqliteConnection& connection, std::u16string_view table, std::u16string_view column,
                      std::int64_t number);
 
-/// Sets it from one number to another, unless it is not that number any more.
+/// Sets it to a lower number, unless the file has another version by then.
 void lowerLastNumberIn(SqliteConnection& connection, std::u16string_view table, std::u16string_view column,
-                       std::int64_t from, std::int64_t to);
+                       std::int64_t number, std::int64_t fileVersion);
 
 /// Forgets a column, or a whole table when `column` is empty: what is made anew starts without a past.
 void forgetProperties(SqliteConnection& connection, std::u16string_view table, std::u16string_view column);

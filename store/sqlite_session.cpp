@@ -17,9 +17,10 @@ SqliteConnection& SqliteSession::forReading() {
     return *connection_;
 }
 
-SqliteConnection& SqliteSession::forWriting() {
+SqliteConnection& SqliteSession::forWriting(const SessionPart* writer) {
     SqliteConnection& connection = forReading();
-    for (SessionPart* part : parts_) part->beforeWrite();
+    for (SessionPart* part : parts_)
+        if (part != writer) part->beforeWrite();
     return connection;
 }
 

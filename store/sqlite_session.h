@@ -30,8 +30,9 @@ public:
 
     /// Throws when the database is closed.
     SqliteConnection& forReading();
-    /// Throws when the database is closed. Before it returns, the open row sets were told.
-    SqliteConnection& forWriting();
+    /// Throws when the database is closed. Before it returns, the open row sets were told, except for the one that
+    /// writes.
+    SqliteConnection& forWriting(const SessionPart* writer = nullptr);
 
     void add(SessionPart& part);
     void remove(SessionPart& part) noexcept;

@@ -63,7 +63,7 @@ void SqliteTable::update() {
     if (!adding_) fail(EngineError::UpdateWithoutAddNew, u"Update or CancelUpdate without AddNew or Edit.");
     adding_ = false;
     NewRow row = std::exchange(newRow_, {});
-    SqliteConnection& connection = session_->forWriting();
+    SqliteConnection& connection = session_->forWriting(this);
     try {
         insert(connection, row);
     } catch (const automation::AutomationError&) {
@@ -98,10 +98,14 @@ void SqliteTable::endWithSession() noexcept {
     if (rows_ && session_) rows_->close();
     rows_.reset();
     statements_.clear();
-    if (numbers_ && session_) base::ignoring([&] { numbers_->giveBack(session_->forReading()); });
-    numbers_.reset();
+    releaseNumbers();
     adding_ = false;
     session_.reset();
+}
+
+void SqliteTable::releaseNumbers() noexcept {
+    if (numbers_ && session_) base::ignoring([&] { numbers_->giveBack(session_->forReading()); });
+    numbers_.reset();
 }
 
 SqliteSession& SqliteTable::session() const {
@@ -126,12 +130,10 @@ void SqliteTable::readAnew() {
     ownChanges_ = session_->ownChanges();
     doubted_ = false;
     nearEnd_ = true;
+    numbers_.reset(); // of a column that may be another one now
     counter_.reset();
     for (std::size_t i = 0; i < table_.columns.size() && !counter_; ++i)
         if (table_.columns[i].numbering != Numbering::None) counter_ = i;
-    const bool sameNumbers = numbers_ && isNumbered(Numbering::ByMark) &&
-                             numbers_->isOf(table_.name, table_.columns[*counter_].name);
-    if (!sameNumbers) numbers_.reset();
 }
 
 bool SqliteTable::readAnewIfChanged() {
@@ -176,7 +178,7 @@ void SqliteTable::insert(SqliteConnection& connection, const NewRow& row) {
 // One statement, as long as nobody else has changed the file since the last row.
 bool SqliteTable::insertUnlessDisturbed(SqliteConnection& connection, const NewRow& row) {
     if (!numbers_) return false;
-    const auto next = numbers_->fromBlock(session_->ownChanges());
+    const auto next = numbers_->fromBlock();
     if (!next) return false;
     runInsert(connection, row, Condition::FileUnchanged, &*next);
     if (connection.changes() == 0) return false;
@@ -187,10 +189,14 @@ bool SqliteTable::insertUnlessDisturbed(SqliteConnection& connection, const NewR
 void SqliteTable::insertNumbered(SqliteConnection& connection, const NewRow& row) {
     if (!numbers_) numbers_.emplace(table_.name, table_.columns[*counter_].name);
     SqliteTransaction transaction(connection);
-    const ReservedNumbers::Next next = numbers_->fromNewBlock(connection, session_->ownChanges());
+    const ReservedNumbers::Next next = numbers_->fromNewBlock(connection);
     runInsert(connection, row, Condition::None, &next);
     transaction.commit();
-    numbers_->noteGiven(next, connection.fileVersion());
+    if (connection.inTransaction())
+        numbers_
+            .reset(); // the host's, which may yet be taken back; its numbers come one by one from the file
+    else
+        numbers_->noteGiven(next, connection.fileVersion());
 }
 
 void SqliteTable::runInsert(SqliteConnection& connection, const NewRow& row, Condition condition,

@@ -45,9 +45,10 @@ private:
         bool isFor(const NewRow& row, Condition wanted) const noexcept;
     };
 
-    void beforeWrite() override {}
+    void beforeWrite() override { releaseNumbers(); }
     void endWithSession() noexcept override;
     SqliteSession& session() const;
+    void releaseNumbers() noexcept;
     SqliteSnapshot& rows();
     void readAnew();
     bool readAnewIfChanged();

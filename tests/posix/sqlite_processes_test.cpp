@@ -177,6 +177,80 @@ TEST_F(SqliteProcesses, aKilledWriterLosesNothingThatWasAcknowledged) {
     expectWhole(next);
 }
 
+// The numbers of such a table come from the engine, in blocks.
+class KeyedTable : public SqliteProcesses {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(StockDatabase(native()).run(
+            "create table LogInfo (Id integer primary key, LogMessage Text, Number Integer)"));
+        open()->execute(u"alter table LogInfo add column RecordNum Counter");
+    }
+};
+
+TEST_F(KeyedTable, twoThatWriteGiveEachNumberOnceInTheOrderOfTheirRecords) {
+    constexpr int kCount = 400;
+    const auto writer = [this](int start) {
+        const auto database = open();
+        const auto rows = database->openTable(u"LogInfo");
+        for (int i = 0; i < kCount; ++i) append(*rows, start + i);
+        database->close();
+        return 0;
+    };
+    const pid_t first = startChild([&] { return writer(0); });
+    const pid_t second = startChild([&] { return writer(1000); });
+    EXPECT_EQ(exitCodeOf(first), 0);
+    EXPECT_EQ(exitCodeOf(second), 0);
+    StockDatabase stock(native());
+    EXPECT_EQ(stock.ask("select count(*) || ' ' || count(distinct RecordNum) from LogInfo"), "800 800");
+    EXPECT_EQ(stock.ask("select count(*) from LogInfo a join LogInfo b on b.Id = a.Id + 1 "
+                        "where b.RecordNum <= a.RecordNum"),
+              "0")
+        << "the keys show in which order the records came";
+    EXPECT_EQ(stock.ask("pragma integrity_check"), "ok");
+}
+
+TEST_F(KeyedTable, aKilledWriterLeavesAGapAndNoNumberIsGivenTwice) {
+    const int kills = environmentNumber("CVLOG_TEST_KILLS", 1000) / 5;
+    const auto seed = static_cast<unsigned>(environmentNumber("CVLOG_TEST_SEED", 20260101));
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    int highest = 0;
+    bool gap = false;
+    for (int kill = 0; kill < kills; ++kill) {
+        Pipe acknowledged;
+        ASSERT_TRUE(acknowledged.opened());
+        const pid_t child = startChild([&] {
+            const auto database = open();
+            const auto rows = database->openTable(u"LogInfo");
+            for (int number = 0;; ++number) {
+                append(*rows, number);
+                acknowledged.put(number);
+            }
+            return 0;
+        });
+        acknowledged.closeWriting();
+        int number = -1;
+        const int wanted = static_cast<int>(random() % 40);
+        for (int i = 0; i <= wanted; ++i) ASSERT_TRUE(acknowledged.get(number));
+        ::kill(child, SIGKILL);
+        exitCodeOf(child);
+        while (acknowledged.get(number)) {
+        }
+        // The rows go each time, so that only the mark tells what was given.
+        StockDatabase stock(native());
+        const int lowest = std::stoi(stock.ask("select min(RecordNum) from LogInfo"));
+        ASSERT_GT(lowest, highest);
+        gap = gap || lowest > highest + 1;
+        highest = std::stoi(stock.ask("select max(RecordNum) from LogInfo"));
+        ASSERT_GT(highest - lowest, number - 1);
+        ASSERT_EQ(
+            stock.ask("select count(*) from LogInfo where RecordNum <> Number + " + std::to_string(lowest)),
+            "0");
+        ASSERT_TRUE(stock.run("delete from LogInfo"));
+    }
+    EXPECT_TRUE(gap) << "no writer was killed within a block";
+}
+
 TEST_F(SqliteProcesses, aWriterThatEndsAtAnyWriteOrFlushLosesNothing) {
     constexpr int kRecords = 4;
     for (int ending = 1;; ++ending) {
