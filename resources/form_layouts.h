@@ -9,8 +9,8 @@ namespace cvlog::resources {
 /// The alert: a picture at the left, the text beside it, the button below.
 struct AlertLayout {
     static constexpr base::Area kClient = {0, 0, 7050, 1185};
-    static constexpr base::Area kPicture = {150, 105, 480, 480};
-    static constexpr base::Area kText = {780, 135, 6120, 480};
+    static constexpr base::Area kPicture = {120, 105, 480, 480};
+    static constexpr base::Area kText = {690, 135, 6300, 480}; // the longest text in two lines
     static constexpr base::Area kOk = {2985, 675, 930, 360};
 };
 

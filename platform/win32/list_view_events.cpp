@@ -12,6 +12,7 @@ bool ListViewWindow::beforeMessage(UINT message, WPARAM& wParam, LPARAM lParam, 
         result = TRUE;
         return true;
     }
+    if (message == WM_PAINT) paintFromTheEdge();
     return input_.before(message, wParam);
 }
 
@@ -22,6 +23,15 @@ void ListViewWindow::afterMessage(UINT message, WPARAM, LPARAM lParam, LRESULT r
     if (!ListInput::isInput(message)) return;
     selection_.pullIfMissed(list());
     input_.after(message);
+}
+
+/// Rows are painted from edge to edge, but not all systems ask for the first pixels when a row's state changes.
+void ListViewWindow::paintFromTheEdge() const noexcept {
+    constexpr LONG kPixelsLeftOut = 2;
+    RECT asked{};
+    if (!GetUpdateRect(list(), &asked, FALSE) || asked.left <= 0 || asked.left > kPixelsLeftOut) return;
+    asked.left = 0;
+    InvalidateRect(list(), &asked, FALSE);
 }
 
 const NMHEADERW* ListViewWindow::headerNotice(UINT message, LPARAM lParam) const noexcept {

@@ -86,8 +86,8 @@ void ListViewWindow::appearanceChanged() {
 
 void ListViewWindow::scrollTo(int row) {
     if (row < 1 || row > model_.rowCount()) return;
-    pending_.scrollTo = model_.idAt(row);
-    pending_.scrollGuess = row;
+    pending_.scrolledBefore = pending_.scroll;
+    pending_.scroll = {model_.idAt(row), row};
     changed();
 }
 
@@ -121,13 +121,14 @@ void ListViewWindow::flush() {
     if (work.firstChanged > 0)
         send(LVM_REDRAWITEMS, static_cast<WPARAM>(work.firstChanged - 1),
              std::min(work.lastChanged, model_.rowCount()) - 1);
-    if (work.scrollTo != 0) scrollPending(work);
+    scroll(work.scrolledBefore);
+    scroll(work.scroll);
     if (work.repaint)
         RedrawWindow(list(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
-void ListViewWindow::scrollPending(const Pending& work) {
-    const int row = model_.positionOf(work.scrollTo, work.scrollGuess);
+void ListViewWindow::scroll(const Scroll& wanted) {
+    const int row = wanted.row != 0 ? model_.positionOf(wanted.row, wanted.guess) : 0;
     if (row > 0) send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row - 1), FALSE);
 }
 

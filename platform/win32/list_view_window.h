@@ -51,6 +51,10 @@ public:
     int topRow() const override;
 
 private:
+    struct Scroll {
+        widgets::RowId row = 0;
+        int guess = 0;
+    };
     /// What the window does not show yet.
     struct Pending {
         bool rows = false; // count or order
@@ -60,13 +64,14 @@ private:
         bool repaint = false;
         int firstChanged = 0; // rows whose content changed; 0 for none
         int lastChanged = 0;
-        widgets::RowId scrollTo = 0;
-        int scrollGuess = 0;
+        Scroll scrolledBefore; // where the view comes from decides at which edge the last row appears
+        Scroll scroll;
     };
 
     void changed();
     void flush();
-    void scrollPending(const Pending& work);
+    void scroll(const Scroll& wanted);
+    void paintFromTheEdge() const noexcept;
     void applyAppearance();
     void applyFont();
     void applyImages();

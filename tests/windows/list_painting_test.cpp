@@ -100,10 +100,15 @@ protected:
         return {item.left, bounds.top, item.right, bounds.bottom};
     }
 
-    /// A cell as it is on the screen.
+    /// A cell, painted anew.
     Shown cell(int row, int column) const {
         takeMessages();
         RedrawWindow(window_->list(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        return cellAsItIs(row, column);
+    }
+
+    /// A cell as it is on the screen.
+    Shown cellAsItIs(int row, int column) const {
         const RECT area = areaOf(row, column);
         Shown shown{static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top), {}};
         const BITMAPINFO info = topDownBitmap(shown.width, shown.height);
@@ -230,6 +235,21 @@ TEST_F(Win32ListPainting, HighlightsTheWholeOfASelectedRow) {
     model_->setColours({0x8000'0000U | COLOR_BTNFACE, 0x8000'0000U | COLOR_BTNTEXT});
     expectBack(systemColour(COLOR_HIGHLIGHT),
                systemColour(COLOR_HIGHLIGHTTEXT)); // the quiet one would not be seen
+}
+
+TEST_F(Win32ListPainting, LeavesNothingOfAnEarlierSelectionAtTheEdge) {
+    for (int i = 0; i < 3; ++i) model_->append(rowOf({u"one", u"two", u"three"}, u"green"));
+    model_->select(1, true);
+    model_->focusRow(1);
+    const Shown selected = cell(1, 1);
+    EXPECT_EQ(selected.at(0, selected.height / 2), systemColour(COLOR_HIGHLIGHT));
+    key(VK_DOWN);
+    UpdateWindow(window_->list());
+    const Shown left = cellAsItIs(1, 1);
+    for (int x = 0; x < 4; ++x) EXPECT_EQ(left.at(x, left.height / 2), systemColour(COLOR_WINDOW)) << x;
+    const Shown chosen = cellAsItIs(2, 1);
+    for (int x = 0; x < 4; ++x)
+        EXPECT_EQ(chosen.at(x, chosen.height / 2), systemColour(COLOR_HIGHLIGHT)) << x;
 }
 
 TEST_F(Win32ListPainting, FramesTheFocusedRowWhereTheFocusIsVisible) {

@@ -241,6 +241,16 @@ TEST_F(Win32ListViewPeer, ScrollsOnlyWhenAsked) {
     EXPECT_LE(model_->peer()->topRow(), 350);
 }
 
+TEST_F(Win32ListViewPeer, ScrollsInTurnInABatchSoThatARowFromAboveComesToTheTop) {
+    {
+        const widgets::ListView::Batch batch(*model_);
+        fill(500);
+        model_->scrollTo(500);
+        model_->scrollTo(250);
+    }
+    EXPECT_EQ(model_->peer()->topRow(), 250);
+}
+
 TEST_F(Win32ListViewPeer, GivesBackEveryHandle) {
     const auto rounds = [this](int count) {
         for (int i = 0; i < count; ++i) {
