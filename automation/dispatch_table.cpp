@@ -43,6 +43,15 @@ Value convertArgument(const Member& member, std::size_t index, const Value* give
     }
 }
 
+// What a member calls may complain of its arguments, too: those are the member's, not its caller's.
+Value run(const Member& member, Object& target, std::span<Value> arguments) {
+    try {
+        return member.handler(target, arguments);
+    } catch (const ArgumentError& problem) {
+        throw AutomationError(problem.code(), problem.description(), problem.source());
+    }
+}
+
 bool isForTheValue(const Member& member, const CallArguments& arguments) {
     return member.kind == MemberKind::PropertyGet && member.result == Type::Object &&
            member.parameters.empty() && !arguments.positional.empty() && arguments.named.empty();
@@ -90,14 +99,14 @@ bool DispatchTable::has(std::int32_t id) const noexcept {
 }
 
 Value invokeMember(Object& target, const Member& member, const CallArguments& arguments) {
-    if (isForTheValue(member, arguments)) return readDefaultMember(member.handler(target, {}), arguments);
+    if (isForTheValue(member, arguments)) return readDefaultMember(run(member, target, {}), arguments);
     const std::vector<Value*> placed = placeArguments(member, arguments);
     std::vector<Value> converted;
     converted.reserve(placed.size());
     for (std::size_t i = 0; i < placed.size(); ++i)
         converted.push_back(convertArgument(member, i, placed[i]));
     const std::vector<Value> given = converted;
-    Value result = member.handler(target, converted);
+    Value result = run(member, target, converted);
     for (std::size_t i = 0; i < placed.size(); ++i)
         if (member.parameters[i].byReference && placed[i] && !(converted[i] == given[i]))
             *placed[i] = converted[i];

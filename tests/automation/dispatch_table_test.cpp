@@ -42,6 +42,12 @@ public:
                  a[0] = u"written";
                  throw AutomationError(code::kFailure, u"description", u"source");
              })},
+            {u"Confuse",
+             13,
+             MemberKind::Method,
+             Type::Nothing,
+             {{u"Plain", Type::Int32}},
+             on<Sample>([](Sample& s, std::span<Value>) { s.put(u"Size", u"word"); })},
             {u"Size",
              0,
              MemberKind::PropertyGet,
@@ -212,6 +218,17 @@ TEST_F(DispatchTableTest, LetsTheErrorOfAMemberThroughUnchanged) {
     } catch (const AutomationError& error) {
         EXPECT_EQ(error.source(), u"source");
         EXPECT_EQ(error.description(), u"description");
+    }
+}
+
+TEST_F(DispatchTableTest, DoesNotBlameTheCallerForArgumentsThatTheMemberGaveToOthers) {
+    try {
+        sample->invoke(u"Confuse", 1);
+        FAIL();
+    } catch (const ArgumentError&) {
+        FAIL() << "the caller's argument was right";
+    } catch (const AutomationError& error) {
+        EXPECT_EQ(error.code(), code::kTypeMismatch);
     }
 }
 
