@@ -89,13 +89,14 @@ double roundHalfEven(double number) {
     return std::fmod(below, 2) == 0 ? below : below + 1;
 }
 
-template <class Integer>
-Integer toInteger(const Value& value) {
+// A whole number between the least of one type and the greatest of another.
+template <class Least, class Greatest = Least>
+std::int64_t toWhole(const Value& value) {
     const double number = roundHalfEven(toDouble(value));
-    if (std::isnan(number) || number < static_cast<double>(std::numeric_limits<Integer>::min()) ||
-        number > static_cast<double>(std::numeric_limits<Integer>::max()))
+    if (std::isnan(number) || number < static_cast<double>(std::numeric_limits<Least>::min()) ||
+        number > static_cast<double>(std::numeric_limits<Greatest>::max()))
         overflow();
-    return static_cast<Integer>(number);
+    return static_cast<std::int64_t>(number);
 }
 
 struct TextOf {
@@ -123,9 +124,13 @@ bool Value::isNothing() const noexcept {
     return is<Empty>() || is<Null>();
 }
 
-std::int16_t toInt16(const Value& value) { return toInteger<std::int16_t>(value); }
+std::int16_t toInt16(const Value& value) { return static_cast<std::int16_t>(toWhole<std::int16_t>(value)); }
 
-std::int32_t toInt32(const Value& value) { return toInteger<std::int32_t>(value); }
+std::int32_t toInt32(const Value& value) { return static_cast<std::int32_t>(toWhole<std::int32_t>(value)); }
+
+std::int32_t toColour(const Value& value) {
+    return static_cast<std::int32_t>(toWhole<std::int32_t, std::uint32_t>(value));
+}
 
 double toDouble(const Value& value) { return std::visit(NumberOf{}, value.storage()); }
 
@@ -155,6 +160,8 @@ Value convert(const Value& value, Type type) {
         return toInt16(value);
     case Type::Int32:
         return toInt32(value);
+    case Type::Colour:
+        return toColour(value);
     case Type::Single:
         return toSingle(value);
     case Type::Double:

@@ -34,7 +34,7 @@ struct ErrorCode {
     friend bool operator==(ErrorCode, ErrorCode) = default;
 };
 
-enum class Type { Any, Boolean, Int16, Int32, Single, Double, Text, Object, Nothing };
+enum class Type { Any, Boolean, Int16, Int32, Colour, Single, Double, Text, Object, Nothing };
 
 /// One late-bound value: what an argument or a result can be.
 class Value {
@@ -77,6 +77,9 @@ private:
 // converts to nothing but an object reference to nothing. Real numbers round half to even.
 std::int16_t toInt16(const Value& value);
 std::int32_t toInt32(const Value& value);
+/// A colour's 32 bits, as an Int32 holds them. System colours have the highest bit set: some callers give them as
+/// negative numbers, others as unsigned ones.
+std::int32_t toColour(const Value& value);
 double toDouble(const Value& value);
 float toSingle(const Value& value);
 bool toBoolean(const Value& value);

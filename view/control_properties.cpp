@@ -2,8 +2,6 @@
 
 #include "automation/error.h"
 
-#include <limits>
-
 namespace cvlog::view {
 
 namespace {
@@ -22,15 +20,7 @@ void refuseEmpty(const Value& value) {
         throw AutomationError(automation::code::kTypeMismatch, u"Type mismatch");
 }
 
-// System colours have the highest bit set: as unsigned numbers they are beyond a signed one.
-std::uint32_t toColour(const Value& value) {
-    if (value.is<std::int64_t>()) {
-        const std::int64_t number = value.as<std::int64_t>();
-        if (number >= 0 && number <= std::numeric_limits<std::uint32_t>::max())
-            return static_cast<std::uint32_t>(number);
-    }
-    return static_cast<std::uint32_t>(automation::toInt32(value));
-}
+std::uint32_t toColour(const Value& value) { return static_cast<std::uint32_t>(automation::toColour(value)); }
 
 template <class Result, class Convert>
 Result readAs(PropertyBag& bag, std::u16string_view name, Result fallback, Convert convert) {

@@ -152,16 +152,16 @@ const DispatchTable& ListObject::dispatchTable() const {
         method<Self>(u"SetFocus", 14, Type::Nothing, {},
                      [](Self& self, std::span<Value>) { self.list()->takeFocus(); }),
         // Looks and window, with the ids that every control has for them.
-        readable<Self>(u"BackColor", kBackColorId, Type::Int32,
+        readable<Self>(u"BackColor", kBackColorId, Type::Colour,
                        [](Self& self) { return bits(self.list()->colours().back); }),
-        settable<Self>(u"BackColor", kBackColorId, Type::Int32,
+        settable<Self>(u"BackColor", kBackColorId, Type::Colour,
                        [](Self& self, const Value& value) {
                            const ListRef list = self.list();
                            list->setColours({colour(value), list->colours().fore});
                        }),
-        readable<Self>(u"ForeColor", kForeColorId, Type::Int32,
+        readable<Self>(u"ForeColor", kForeColorId, Type::Colour,
                        [](Self& self) { return bits(self.list()->colours().fore); }),
-        settable<Self>(u"ForeColor", kForeColorId, Type::Int32,
+        settable<Self>(u"ForeColor", kForeColorId, Type::Colour,
                        [](Self& self, const Value& value) {
                            const ListRef list = self.list();
                            list->setColours({list->colours().back, colour(value)});

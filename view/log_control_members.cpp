@@ -1,82 +1,54 @@
 // The members of the log control, with the dispatch ids that hosts are compiled against.
 
 #include "automation/error.h"
+#include "automation/member_builders.h"
 #include "view/log_control.h"
 #include "view/log_control_ids.h"
 
 namespace cvlog::view {
 
+using namespace automation;
+
 namespace {
-
-using automation::DispatchTable;
-using automation::Member;
-using automation::MemberKind;
-using automation::on;
-using automation::Type;
-using automation::Value;
-using Arguments = std::span<Value>;
-
-template <class Handler>
-Member readable(std::u16string_view name, std::int32_t id, Type type, Handler handler) {
-    return {name, id, MemberKind::PropertyGet, type, {}, on<LogControl>(handler)};
-}
-
-template <class Handler>
-Member settable(std::u16string_view name, std::int32_t id, Type type, Handler handler) {
-    return {name, id, MemberKind::PropertyPut, Type::Nothing, {{name, type}}, on<LogControl>(handler)};
-}
 
 std::int32_t bits(std::uint32_t colour) { return static_cast<std::int32_t>(colour); }
 
 std::uint32_t colour(const Value& value) { return static_cast<std::uint32_t>(value.as<std::int32_t>()); }
 
 void refuseHandle(const LogControl& control) {
-    if (control.designMode())
-        throw automation::AutomationError(automation::code::kSetNotPermitted, u"Set not permitted");
-    throw automation::AutomationError(automation::code::kSetNotSupportedAtRunTime,
-                                      u"Set not supported at run time");
+    if (control.designMode()) throw AutomationError(code::kSetNotPermitted, u"Set not permitted");
+    throw AutomationError(code::kSetNotSupportedAtRunTime, u"Set not supported at run time");
 }
 
 } // namespace
 
 const DispatchTable& LogControl::members() {
+    using Self = LogControl;
     static const DispatchTable table = {
-        readable(u"BackColor", kBackColorId, Type::Int32,
-                 [](LogControl& control, Arguments) { return bits(control.lvLog().colours().back); }),
-        settable(u"BackColor", kBackColorId, Type::Int32,
-                 [](LogControl& control, Arguments a) { control.setBackColor(colour(a[0])); }),
-        readable(u"Font", kFontId, Type::Object,
-                 [](LogControl& control, Arguments) { return control.font(); }),
-        settable(u"Font", kFontId, Type::Object,
-                 [](LogControl& control, Arguments a) { control.setFont(a[0].as<automation::ObjectRef>()); }),
-        readable(u"ForeColor", kForeColorId, Type::Int32,
-                 [](LogControl& control, Arguments) { return bits(control.lvLog().colours().fore); }),
-        settable(u"ForeColor", kForeColorId, Type::Int32,
-                 [](LogControl& control, Arguments a) { control.setForeColor(colour(a[0])); }),
-        readable(u"Enabled", kEnabledId, Type::Boolean,
-                 [](LogControl& control, Arguments) { return control.lvLog().enabled(); }),
-        settable(u"Enabled", kEnabledId, Type::Boolean,
-                 [](LogControl& control, Arguments a) { control.setEnabled(a[0].as<bool>()); }),
-        {u"Refresh",
-         kRefreshId,
-         MemberKind::Method,
-         Type::Nothing,
-         {},
-         on<LogControl>([](LogControl& control, Arguments) { control.lvLog().repaint(); })},
-        readable(u"hwnd", kHwndId, Type::Int32,
-                 [](LogControl& control, Arguments) { return control.lvLog().windowHandle(); }),
-        settable(u"hwnd", kHwndId, Type::Int32,
-                 [](LogControl& control, Arguments) { refuseHandle(control); }),
-        readable(u"Controls", kControlsId, Type::Object,
-                 [](LogControl& control, Arguments) { return control.controls(); }),
-        {u"TextWidth",
-         kTextWidthId,
-         MemberKind::Method,
-         Type::Single,
-         {{u"Str", Type::Text}},
-         on<LogControl>([](LogControl& control, Arguments a) {
-             return control.lvLog().textWidth(a[0].as<std::u16string>());
-         })},
+        readable<Self>(u"BackColor", kBackColorId, Type::Colour,
+                       [](Self& self) { return bits(self.lvLog().colours().back); }),
+        settable<Self>(u"BackColor", kBackColorId, Type::Colour,
+                       [](Self& self, const Value& value) { self.setBackColor(colour(value)); }),
+        readable<Self>(u"Font", kFontId, Type::Object, [](Self& self) { return self.font(); }),
+        settable<Self>(u"Font", kFontId, Type::Object,
+                       [](Self& self, const Value& value) { self.setFont(value.as<ObjectRef>()); }),
+        readable<Self>(u"ForeColor", kForeColorId, Type::Colour,
+                       [](Self& self) { return bits(self.lvLog().colours().fore); }),
+        settable<Self>(u"ForeColor", kForeColorId, Type::Colour,
+                       [](Self& self, const Value& value) { self.setForeColor(colour(value)); }),
+        readable<Self>(u"Enabled", kEnabledId, Type::Boolean,
+                       [](Self& self) { return self.lvLog().enabled(); }),
+        settable<Self>(u"Enabled", kEnabledId, Type::Boolean,
+                       [](Self& self, const Value& value) { self.setEnabled(value.as<bool>()); }),
+        method<Self>(u"Refresh", kRefreshId, Type::Nothing, {},
+                     [](Self& self, std::span<Value>) { self.lvLog().repaint(); }),
+        readable<Self>(u"hwnd", kHwndId, Type::Int32, [](Self& self) { return self.lvLog().windowHandle(); }),
+        settable<Self>(u"hwnd", kHwndId, Type::Int32, [](Self& self, const Value&) { refuseHandle(self); }),
+        readable<Self>(u"Controls", kControlsId, Type::Object, [](Self& self) { return self.controls(); }),
+        method<Self>(u"TextWidth", kTextWidthId, Type::Single, {{u"Str", Type::Text}},
+                     [](Self& self, std::span<Value> values) {
+                         return self.lvLog().textWidth(values[0].as<std::u16string>());
+                     }),
     };
     return table;
 }

@@ -121,6 +121,8 @@ TEST_F(ListObjectTest, ShowsAndChangesTheLooks) {
     EXPECT_EQ(number(face, u"ForeColor"), static_cast<std::int32_t>(0x8000000F));
     EXPECT_FALSE(truth(face, u"Enabled"));
     EXPECT_EQ(changes(), before + 3);
+    face->put(u"ForeColor", std::int64_t{0x80000011});
+    EXPECT_EQ(world.list().colours().fore, 0x80000011);
 }
 
 TEST_F(ListObjectTest, PassesRefreshAndFocusOnToItsPeer) {

@@ -41,6 +41,7 @@ VARTYPE variantType(Type type) {
     case Type::Int16:
         return VT_I2;
     case Type::Int32:
+    case Type::Colour:
         return VT_I4;
     case Type::Single:
         return VT_R4;
