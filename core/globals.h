@@ -123,6 +123,7 @@ struct Globals {
 
     Platform platform;
     std::function<std::shared_ptr<void>()> holder; // set by whoever owns this state
+    core::LogViews LogViews; // goes after all that may hold a control, which leaves it in its end
     Series series;
     base::LocalTime LastEntryTime;
     bool LogWindowVisible = false;
@@ -130,7 +131,6 @@ struct Globals {
     bool ExpansionBusy = false;
     OptionState options;
     StoreState store;
-    core::LogViews LogViews;
     std::unique_ptr<LogResources> frmLogResources; // null while unloaded
 };
 

@@ -12,13 +12,15 @@ std::u16string LogViews::keyOf(const widgets::ListView& list) {
 
 void LogViews::add(ListRef list) {
     const std::u16string key = keyOf(*list);
-    const bool known = std::any_of(entries_.begin(), entries_.end(),
-                                   [&key](const Entry& entry) { return entry.key == key; });
+    // A list that a container robbed of its window has its key no longer: the next window may have the handle.
+    const bool known = std::any_of(entries_.begin(), entries_.end(), [&key](const Entry& entry) {
+        return entry.key == key && keyOf(*entry.list) == key;
+    });
     if (!known) entries_.push_back({key, std::move(list)});
 }
 
-void LogViews::remove(std::u16string_view key) {
-    std::erase_if(entries_, [key](const Entry& entry) { return base::equalsIgnoringCase(entry.key, key); });
+void LogViews::remove(const widgets::ListView& list) {
+    std::erase_if(entries_, [&list](const Entry& entry) { return entry.list.get() == &list; });
 }
 
 std::vector<LogViews::ListRef> LogViews::all() const {

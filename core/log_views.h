@@ -4,7 +4,6 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace cvlog::core {
@@ -17,10 +16,10 @@ public:
 
     static std::u16string keyOf(const widgets::ListView& list);
 
-    /// Nothing happens when the key is already there.
+    /// Nothing happens when a list with this key is already there.
     void add(ListRef list);
-    /// Nothing happens when the key is not there.
-    void remove(std::u16string_view key);
+    /// Nothing happens when the list is not there.
+    void remove(const widgets::ListView& list);
 
     int count() const noexcept { return static_cast<int>(entries_.size()); }
     /// The oldest live list; null when there is none.

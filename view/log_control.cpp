@@ -20,7 +20,6 @@ LogControl::LogControl(core::Globals& globals)
       font_(globals.platform.fonts, [this](const base::Font& font) { fontChanged(font); }) {
     LocaliseColumns(globals_, *lvLog_);
     lvLog_->attach(globals_.platform.peers.makeListView(*lvLog_));
-    viewKey_ = core::LogViews::keyOf(*lvLog_);
     base::ignoring([&] { globals_.LogViews.add(lvLog_); });
     try {
         fillList();
@@ -40,7 +39,7 @@ void LogControl::fillList() {
 }
 
 void LogControl::leaveViews() noexcept {
-    base::ignoring([&] { globals_.LogViews.remove(viewKey_); });
+    base::ignoring([&] { globals_.LogViews.remove(*lvLog_); });
     lvLog_->setOwner(nullptr);
     lvLog_->attach(nullptr); // the window goes now, even if someone still holds the list
 }

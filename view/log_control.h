@@ -74,7 +74,6 @@ private:
     core::Globals& globals_;
     core::LogViews::ListRef lvLog_;
     automation::ObjectRef controls_;
-    std::u16string viewKey_;
     bool designMode_ = false;
     bool unsaved_ = false;
     bool ownFont_ = false; // put, restored or changed: no longer the container's

@@ -161,9 +161,8 @@ TEST(LogViewsTest, HoldsEveryListOnceInOrderOfItsComing) {
     views.add(first);
     EXPECT_EQ(views.count(), 2);
     EXPECT_EQ(views.all(), (std::vector<LogViews::ListRef>{first, second}));
-    views.remove(LogViews::keyOf(*first));
-    views.remove(LogViews::keyOf(*first));
-    views.remove(u"0k");
+    views.remove(*first);
+    views.remove(*first);
     EXPECT_EQ(views.first(), second);
 }
 

@@ -126,6 +126,27 @@ TEST_F(LogControlTest, TellsTheLogOfItsFocus) {
     EXPECT_EQ(sink->ids.size(), 2U) << "with no log open nothing is raised";
 }
 
+TEST_F(LogControlTest, KeepsItsFocusToItselfWhileAnExpansionIsBusy) {
+    const auto sink = std::make_shared<tests::RecordingSink>();
+    world.log->events().advise(sink);
+    world.addControl();
+    std::vector<bool> site;
+    world.controls[0]->focusChanged = [&site](bool got) { site.push_back(got); };
+    world.globals.ExpansionBusy = true;
+    peerOf(world.list()).userEnters();
+    peerOf(world.list()).userLeaves();
+    EXPECT_TRUE(sink->ids.empty());
+    EXPECT_EQ(site, (std::vector<bool>{true, false})) << "the container hears of it all the same";
+}
+
+TEST_F(LogControlTest, MayBeTheParentOfTheLogToTheEnd) {
+    LogWorld other;
+    other.addControl();
+    other.globals.placement.Parent = other.controls[0];
+    other.controls.clear();
+    EXPECT_EQ(other.globals.LogViews.count(), 1) << "the log holds it; it leaves the lists as all goes";
+}
+
 TEST_F(LogControlTest, SurvivesAHandlerThatDestroysIt) {
     const auto sink = std::make_shared<tests::RecordingSink>();
     world.log->events().advise(sink);
@@ -158,6 +179,21 @@ TEST_F(LogControlTest, ForwardsItsPropertiesToTheListAndTellsOfTheChange) {
     EXPECT_EQ(changed, (std::vector<std::int32_t>{kBackColorId, kForeColorId, kEnabledId}));
     EXPECT_EQ(world.list().colours(), (widgets::Colours{0x00FF00, 0x0000FF}));
     EXPECT_FALSE(world.list().enabled());
+}
+
+TEST_F(LogControlTest, TakesSystemColoursAlsoAsUnsignedNumbers) {
+    world.addControl();
+    world.controls[0]->put(u"BackColor", std::int64_t{0x8000000F});
+    world.controls[0]->put(u"ForeColor", 2147483666.0);
+    EXPECT_EQ(world.list().colours(), (widgets::Colours{0x8000000F, 0x80000012}));
+    EXPECT_EQ(automation::toInt32(world.controls[0]->get(u"BackColor")),
+              static_cast<std::int32_t>(0x8000000F));
+}
+
+TEST_F(LogControlTest, RefreshRepaintsTheList) {
+    world.addControl();
+    world.controls[0]->invoke(u"Refresh");
+    EXPECT_EQ(peerOf(world.list()).told("repaint"), 1);
 }
 
 TEST_F(LogControlTest, RefusesAWindowHandle) {

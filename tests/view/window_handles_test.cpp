@@ -21,7 +21,8 @@ public:
                platform::headless::PeerBook& book, const std::function<void()>& gone)
         : HeadlessListViewPeer(list, gate, book, false), gone_(gone) {}
     ~OnlyWindow() override { gone_(); }
-    std::int32_t windowHandle() const override { return kHandle; }
+    std::int32_t windowHandle() const override { return lost ? 0 : kHandle; }
+    bool lost = false; // a container took the window along into its own end
 
 private:
     const std::function<void()>& gone_;
@@ -93,6 +94,16 @@ TEST_F(ReusedWindowHandles, BelongToTheNextListWhileSomeoneStillHoldsTheLast) {
     held.reset();
     ASSERT_EQ(globals.LogViews.count(), 1) << "the end of a dead control's list is not the end of another's";
     EXPECT_EQ(globals.LogViews.first().get(), &control->lvLog());
+}
+
+TEST_F(ReusedWindowHandles, BelongToTheNextListWhenAContainerDestroyedTheLastWindow) {
+    auto robbed = makeControl();
+    static_cast<OnlyWindow*>(robbed->lvLog().peer())->lost = true;
+    const auto next = makeControl();
+    EXPECT_EQ(globals.LogViews.count(), 2) << "a live list is never left out";
+    robbed.reset();
+    ASSERT_EQ(globals.LogViews.count(), 1) << "the robbed one takes nobody's place along";
+    EXPECT_EQ(globals.LogViews.first().get(), &next->lvLog());
 }
 
 TEST_F(ReusedWindowHandles, AreForgottenWhenAControlCannotBeMade) {
