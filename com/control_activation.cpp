@@ -14,15 +14,17 @@ HRESULT ControlShell::activate(bool userInterface) {
     HRESULT result = inPlaceActive_ ? S_OK : activateInPlace();
     if (SUCCEEDED(result) && userInterface) {
         result = activateUserInterface();
-        control().lvLog().takeFocus();
+        if (inPlaceActive_) control().lvLog().takeFocus();
     }
     return result;
 }
 
+// A container runs whatever it likes while it is told, up to taking its site back.
 HRESULT ControlShell::activateInPlace() {
-    if (!site_ || !window()) return E_UNEXPECTED;
+    const ComPtr<IOleClientSite> clientSite = site_;
+    if (!clientSite || !window()) return E_UNEXPECTED;
     ComPtr<IOleInPlaceSite> site;
-    HRESULT result = site_.As(&site);
+    HRESULT result = clientSite.As(&site);
     if (FAILED(result)) return result;
     if (site->CanInPlaceActivate() != S_OK) return E_FAIL;
     HWND parent = nullptr;
@@ -34,19 +36,26 @@ HRESULT ControlShell::activateInPlace() {
     if (FAILED(result = site->GetWindow(&parent))) return result;
     if (FAILED(result = site->GetWindowContext(&frame_, &document, &position, &clip, &info))) return result;
     if (FAILED(result = site->OnInPlaceActivate())) return result;
+    if (site_.Get() != clientSite.Get()) {
+        frame_.Reset();
+        return E_FAIL;
+    }
     inPlaceSite_ = site;
     inPlaceActive_ = true;
-    window()->moveTo(parent, position);
-    site_->ShowObject();
-    return S_OK;
+    if (window()) window()->moveTo(parent, position);
+    if (inPlaceActive_) clientSite->ShowObject();
+    return inPlaceActive_ ? S_OK : E_FAIL;
 }
 
 HRESULT ControlShell::activateUserInterface() {
     if (userInterfaceActive_ || !inPlaceSite_) return S_OK;
-    const HRESULT result = inPlaceSite_->OnUIActivate();
+    const ComPtr<IOleInPlaceSite> site = inPlaceSite_;
+    const HRESULT result = site->OnUIActivate();
     if (FAILED(result)) return result;
+    if (!inPlaceActive_) return E_FAIL;
     userInterfaceActive_ = true;
-    if (frame_) frame_->SetActiveObject(static_cast<IOleInPlaceActiveObject*>(this), nullptr);
+    const ComPtr<IOleInPlaceFrame> frame = frame_;
+    if (frame) frame->SetActiveObject(static_cast<IOleInPlaceActiveObject*>(this), nullptr);
     return S_OK;
 }
 
@@ -84,9 +93,12 @@ STDMETHODIMP ControlShell::InPlaceDeactivate() {
 STDMETHODIMP ControlShell::UIDeactivate() {
     return firewall([&] {
         if (!userInterfaceActive_) return S_OK;
+        const ComPtr<IUnknown> keep(outer());
         userInterfaceActive_ = false;
-        if (frame_) frame_->SetActiveObject(nullptr, nullptr);
-        if (inPlaceSite_) inPlaceSite_->OnUIDeactivate(FALSE);
+        const ComPtr<IOleInPlaceFrame> frame = frame_;
+        if (frame) frame->SetActiveObject(nullptr, nullptr);
+        const ComPtr<IOleInPlaceSite> site = inPlaceSite_;
+        if (site) site->OnUIDeactivate(FALSE);
         return S_OK;
     });
 }

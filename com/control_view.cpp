@@ -13,7 +13,10 @@ STDMETHODIMP ControlShell::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC,
     if (!window()) return E_FAIL;
     const int saved = SaveDC(draw);
     IntersectClipRect(draw, bounds->left, bounds->top, bounds->right, bounds->bottom);
-    SetViewportOrgEx(draw, bounds->left, bounds->top, nullptr);
+    POINT corner{bounds->left, bounds->top};
+    LPtoDP(draw, &corner, 1); // the container's origin may be anywhere
+    SetWindowOrgEx(draw, 0, 0, nullptr);
+    SetViewportOrgEx(draw, corner.x, corner.y, nullptr);
     SendMessageW(window()->list(), WM_PRINT, reinterpret_cast<WPARAM>(draw),
                  PRF_CLIENT | PRF_NONCLIENT | PRF_CHILDREN | PRF_ERASEBKGND);
     RestoreDC(draw, saved);
