@@ -1,5 +1,6 @@
 // The members of the log object, with the dispatch ids that hosts are compiled against.
 
+#include "automation/member_builders.h"
 #include "core/adding.h"
 #include "core/cv_log.h"
 #include "core/log_resources.h"
@@ -9,35 +10,25 @@
 
 namespace cvlog::core {
 
+using namespace automation;
+
 namespace {
 
-using automation::DispatchTable;
-using automation::Member;
-using automation::MemberKind;
-using automation::on;
-using automation::Type;
-using automation::Value;
 using Arguments = std::span<Value>;
 
 constexpr std::int32_t kFontId = 0x6803001a;
 
 // Placement by these four has never worked; old hosts still set them.
 Member ignoredGet(std::u16string_view name, std::int32_t id) {
-    return {name,         id, MemberKind::PropertyGet,
-            Type::Single, {}, on<CVLog>([](CVLog&, Arguments) { return 0.0F; })};
+    return readable<CVLog>(name, id, Type::Single, [](CVLog&) { return 0.0F; });
 }
 
 Member ignoredPut(std::u16string_view name, std::int32_t id) {
-    return {name,
-            id,
-            MemberKind::PropertyPut,
-            Type::Nothing,
-            {{name, Type::Single}},
-            on<CVLog>([](CVLog&, Arguments) {})};
+    return settable<CVLog>(name, id, Type::Single, [](CVLog&, const Value&) {});
 }
 
 Member nothing(std::u16string_view name, std::int32_t id) {
-    return {name, id, MemberKind::Method, Type::Nothing, {}, on<CVLog>([](CVLog&, Arguments) {})};
+    return method<CVLog>(name, id, Type::Nothing, {}, [](CVLog&, Arguments) {});
 }
 
 Value logDb(CVLog& log) {
@@ -62,21 +53,6 @@ void move(CVLog& log, Arguments a) {
                          a[3].as<double>());
 }
 
-Member property(std::u16string_view name, std::int32_t id, Type type, Value (*get)(CVLog&)) {
-    return {name, id, MemberKind::PropertyGet,
-            type, {}, on<CVLog>([get](CVLog& log, Arguments) {
-                return get(log); })};
-}
-
-Member settable(std::u16string_view name, std::int32_t id, Type type, void (*put)(CVLog&, const Value&)) {
-    return {name,
-            id,
-            MemberKind::PropertyPut,
-            Type::Nothing,
-            {{name, type}},
-            on<CVLog>([put](CVLog& log, Arguments a) { put(log, a[0]); })};
-}
-
 bool openDb(CVLog& log, Arguments a) {
     const auto self = std::static_pointer_cast<CVLog>(log.shared_from_this());
     return store::OpenDB(log.globals(), self, a[0].as<automation::ObjectRef>());
@@ -85,24 +61,20 @@ bool openDb(CVLog& log, Arguments a) {
 } // namespace
 
 const DispatchTable& CVLog::members() {
+    using Self = CVLog;
     static const DispatchTable table = {
         nothing(u"Display", 0x60030008),
-        {u"LogDB",
-         0x68030007,
-         MemberKind::PropertyGet,
-         Type::Object,
-         {},
-         on<CVLog>([](CVLog& log, Arguments) { return logDb(log); })},
-        property(u"Parent", 0x68030006, Type::Object,
-                 [](CVLog& log) { return Value(log.globals().placement.Parent); }),
-        settable(u"Parent", 0x68030006, Type::Object,
-                 [](CVLog& log, const Value& parent) {
-                     host::PutParent(log.globals(), parent.as<automation::ObjectRef>());
-                 }),
-        property(u"Docked", 0x68030005, Type::Boolean,
-                 [](CVLog& log) { return Value(host::GetDocked(log.globals())); }),
-        settable(u"Docked", 0x68030005, Type::Boolean,
-                 [](CVLog& log, const Value& docked) { host::PutDocked(log.globals(), docked.as<bool>()); }),
+        readable<Self>(u"LogDB", 0x68030007, Type::Object, logDb),
+        readable<Self>(u"Parent", 0x68030006, Type::Object,
+                       [](Self& log) { return log.globals().placement.Parent; }),
+        settable<Self>(
+            u"Parent", 0x68030006, Type::Object,
+            [](Self& log, const Value& parent) { host::PutParent(log.globals(), parent.as<ObjectRef>()); }),
+        readable<Self>(u"Docked", 0x68030005, Type::Boolean,
+                       [](Self& log) { return host::GetDocked(log.globals()); }),
+        settable<Self>(
+            u"Docked", 0x68030005, Type::Boolean,
+            [](Self& log, const Value& docked) { host::PutDocked(log.globals(), docked.as<bool>()); }),
         ignoredGet(u"Left", 0x68030004),
         ignoredPut(u"Left", 0x68030004),
         ignoredGet(u"Top", 0x68030003),
@@ -111,81 +83,46 @@ const DispatchTable& CVLog::members() {
         ignoredPut(u"Height", 0x68030002),
         ignoredGet(u"Width", 0x68030001),
         ignoredPut(u"Width", 0x68030001),
-        property(u"Visible", 0x68030000, Type::Boolean,
-                 [](CVLog& log) { return Value(host::GetVisible(log.globals())); }),
-        settable(
+        readable<Self>(u"Visible", 0x68030000, Type::Boolean,
+                       [](Self& log) { return host::GetVisible(log.globals()); }),
+        settable<Self>(
             u"Visible", 0x68030000, Type::Boolean,
-            [](CVLog& log, const Value& visible) { host::PutVisible(log.globals(), visible.as<bool>()); }),
-        {u"SetFocus", 0x6003000a, MemberKind::Method, Type::Nothing, {}, on<CVLog>([](CVLog& log, Arguments) {
-             host::FocusLog(log.globals(), log);
-         })},
-        {u"Dock",
-         0x6003000b,
-         MemberKind::Method,
-         Type::Nothing,
-         {{u"Parent", Type::Object}},
-         on<CVLog>(
-             [](CVLog& log, Arguments a) { host::Dock(log.globals(), a[0].as<automation::ObjectRef>()); })},
-        {u"SeriesFinish",
-         0x6003000c,
-         MemberKind::Method,
-         Type::Nothing,
-         {{u"ReturnCode", Type::Int32}},
-         on<CVLog>([](CVLog& log, Arguments) { SeriesFinish(log.globals()); })},
-        {u"SeriesStart",
-         0x6003000d,
-         MemberKind::Method,
-         Type::Nothing,
-         {{u"MethodID", Type::Text}},
-         on<CVLog>([](CVLog& log, Arguments) { SeriesStart(log.globals()); })},
-        {u"Add",
-         0x6003000e,
-         MemberKind::Method,
-         Type::Nothing,
-         {{u"MethodID", Type::Text},
-          {u"ReturnCode", Type::Int32},
-          {u"ObjectID", Type::Text},
-          {u"Message", Type::Text},
-          {.name = u"ErrorsFileName", .type = Type::Text, .optional = true}},
-         on<CVLog>(add)},
-        {u"Move",
-         0x6003000f,
-         MemberKind::Method,
-         Type::Nothing,
-         {{u"Left", Type::Double},
-          {u"Top", Type::Double},
-          {u"Width", Type::Double},
-          {u"Height", Type::Double}},
-         on<CVLog>(move)},
-        {u"OpenDB",
-         0x60030011,
-         MemberKind::Method,
-         Type::Boolean,
-         {{.name = u"CVWS", .type = Type::Object, .byReference = true}},
-         on<CVLog>(openDb)},
-        {u"CloseDB", 0x60030012, MemberKind::Method, Type::Nothing, {}, on<CVLog>([](CVLog& log, Arguments) {
-             store::CloseDB(log.globals());
-         })},
+            [](Self& log, const Value& visible) { host::PutVisible(log.globals(), visible.as<bool>()); }),
+        method<Self>(u"SetFocus", 0x6003000a, Type::Nothing, {},
+                     [](Self& log, Arguments) { host::FocusLog(log.globals(), log); }),
+        method<Self>(u"Dock", 0x6003000b, Type::Nothing, {{u"Parent", Type::Object}},
+                     [](Self& log, Arguments a) { host::Dock(log.globals(), a[0].as<ObjectRef>()); }),
+        method<Self>(u"SeriesFinish", 0x6003000c, Type::Nothing, {{u"ReturnCode", Type::Int32}},
+                     [](Self& log, Arguments) { SeriesFinish(log.globals()); }),
+        method<Self>(u"SeriesStart", 0x6003000d, Type::Nothing, {{u"MethodID", Type::Text}},
+                     [](Self& log, Arguments) { SeriesStart(log.globals()); }),
+        method<Self>(u"Add", 0x6003000e, Type::Nothing,
+                     {{u"MethodID", Type::Text},
+                      {u"ReturnCode", Type::Int32},
+                      {u"ObjectID", Type::Text},
+                      {u"Message", Type::Text},
+                      optional(u"ErrorsFileName", Type::Text)},
+                     add),
+        method<Self>(u"Move", 0x6003000f, Type::Nothing,
+                     {{u"Left", Type::Double},
+                      {u"Top", Type::Double},
+                      {u"Width", Type::Double},
+                      {u"Height", Type::Double}},
+                     move),
+        method<Self>(u"OpenDB", 0x60030011, Type::Boolean,
+                     {{.name = u"CVWS", .type = Type::Object, .byReference = true}}, openDb),
+        method<Self>(u"CloseDB", 0x60030012, Type::Nothing, {},
+                     [](Self& log, Arguments) { store::CloseDB(log.globals()); }),
         nothing(u"ShowHelp", 0x60030017),
         nothing(u"PopupMenu", 0x60030018),
-        {u"KeyDown",
-         0x60030019,
-         MemberKind::Method,
-         Type::Nothing,
-         {{.name = u"KeyCode", .type = Type::Int16, .byReference = true},
-          {.name = u"Shift", .type = Type::Int16, .byReference = true}},
-         on<CVLog>(keyDown)},
-        {u"Font", kFontId, MemberKind::PropertyGet, Type::Object, {}, on<CVLog>([](CVLog& log, Arguments) {
-             return ResourceFont(log.globals());
-         })},
-        {u"Font",
-         kFontId,
-         MemberKind::PropertyPut,
-         Type::Nothing,
-         {{u"Font", Type::Object}},
-         on<CVLog>([](CVLog& log, Arguments a) {
-             SetResourceFont(log.globals(), a[0].as<automation::ObjectRef>());
-         })},
+        method<Self>(u"KeyDown", 0x60030019, Type::Nothing,
+                     {{.name = u"KeyCode", .type = Type::Int16, .byReference = true},
+                      {.name = u"Shift", .type = Type::Int16, .byReference = true}},
+                     keyDown),
+        readable<Self>(u"Font", kFontId, Type::Object, [](Self& log) { return ResourceFont(log.globals()); }),
+        settable<Self>(
+            u"Font", kFontId, Type::Object,
+            [](Self& log, const Value& font) { SetResourceFont(log.globals(), font.as<ObjectRef>()); }),
     };
     return table;
 }
