@@ -1,6 +1,5 @@
 #include "com/event_point.h"
 
-#include "com/com_ptr.h"
 #include "com/enumeration.h"
 #include "com/event_connection.h"
 #include "com/firewall.h"
@@ -24,10 +23,7 @@ struct Points {
 struct Connections {
     using Interface = IEnumConnections;
     using Element = CONNECTDATA;
-    struct Item {
-        ComPtr<IUnknown> sink;
-        DWORD cookie;
-    };
+    using Item = ConnectionItem;
     static Element give(const Item& item) noexcept {
         item.sink->AddRef();
         return {item.sink.Get(), item.cookie};
@@ -73,11 +69,15 @@ STDMETHODIMP EventPoint::Unadvise(DWORD cookie) {
 
 STDMETHODIMP EventPoint::EnumConnections(IEnumConnections** connections) {
     return firewall([&] {
-        std::vector<Connections::Item> items;
+        std::vector<ConnectionItem> items;
         for (const auto& [cookie, sink] : source_.connections())
             if (IUnknown* host = hostSinkOf(*sink)) items.push_back({host, cookie});
-        return Enumeration<Connections>::make(std::move(items), connections);
+        return enumerateConnections(std::move(items), connections);
     });
+}
+
+HRESULT enumerateConnections(std::vector<ConnectionItem> items, IEnumConnections** connections) noexcept {
+    return Enumeration<Connections>::make(std::move(items), connections);
 }
 
 HRESULT enumeratePoints(IConnectionPoint* point, IEnumConnectionPoints** points) noexcept {

@@ -2,10 +2,13 @@
 
 #include "automation/event_source.h"
 #include "com/com_object.h"
+#include "com/com_ptr.h"
 
 #include <windows.h>
 
 #include <ocidl.h>
+
+#include <vector>
 
 namespace cvlog::com {
 
@@ -33,6 +36,15 @@ private:
     IID events_;
     automation::EventSource& source_;
 };
+
+/// A sink and the cookie that its client has got.
+struct ConnectionItem {
+    ComPtr<IUnknown> sink;
+    DWORD cookie;
+};
+
+/// An enumeration of a point's connections.
+HRESULT enumerateConnections(std::vector<ConnectionItem> items, IEnumConnections** connections) noexcept;
 
 /// An enumeration of a single connection point.
 HRESULT enumeratePoints(IConnectionPoint* point, IEnumConnectionPoints** points) noexcept;

@@ -1,5 +1,6 @@
 #include "com/notify_point.h"
 
+#include "com/event_point.h"
 #include "com/firewall.h"
 
 #include <olectl.h>
@@ -50,7 +51,11 @@ STDMETHODIMP NotifyPoint::Unadvise(DWORD cookie) {
 }
 
 STDMETHODIMP NotifyPoint::EnumConnections(IEnumConnections** connections) {
-    return connections ? (*connections = nullptr, E_NOTIMPL) : E_POINTER;
+    return firewall([&] {
+        std::vector<ConnectionItem> items;
+        for (const auto& [cookie, sink] : sinks_) items.push_back({sink, cookie});
+        return enumerateConnections(std::move(items), connections);
+    });
 }
 
 bool NotifyPoint::isConnected(DWORD cookie) const noexcept {

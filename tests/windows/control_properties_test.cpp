@@ -259,6 +259,13 @@ TEST_F(ControlPropertiesOverCom, TheOnlyConnectionPointIsTheOneOfPropertyChanges
     ULONG got = 0;
     EXPECT_EQ(all->Next(1, &first, &got), S_OK);
     EXPECT_EQ(first.Get(), point_.Get());
+    ComPtr<IEnumConnections> connections;
+    ASSERT_EQ(point_->EnumConnections(&connections), S_OK);
+    CONNECTDATA listener = {};
+    EXPECT_EQ(connections->Next(1, &listener, nullptr), S_OK);
+    ASSERT_NE(listener.pUnk, nullptr);
+    listener.pUnk->Release();
+    EXPECT_EQ(connections->Next(1, &listener, nullptr), S_FALSE) << "there is one listener";
     DWORD cookie = 7;
     EXPECT_EQ(point_->Advise(static_cast<IOleClientSite*>(&site_), &cookie), CONNECT_E_CANNOTCONNECT);
     EXPECT_EQ(cookie, 0U);
