@@ -75,6 +75,8 @@ Value invokeMember(Object& target, const Member& member, const CallArguments& ar
 class DispatchObject : public Object {
 public:
     virtual const DispatchTable& dispatchTable() const = 0;
+    /// The place of the first element, for a collection that is walked by `Count` and `Item`; none for other objects.
+    virtual std::optional<std::int32_t> firstElement() const { return std::nullopt; }
 
     Value call(std::u16string_view member, std::span<Value> arguments) override;
     Value get(std::u16string_view member) override;

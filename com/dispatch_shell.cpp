@@ -1,5 +1,6 @@
 #include "com/dispatch_shell.h"
 
+#include "com/collection_walk.h"
 #include "com/firewall.h"
 #include "com/foreign_object.h"
 #include "com/invoke_arguments.h"
@@ -39,6 +40,16 @@ HRESULT raise(const automation::AutomationError& error, EXCEPINFO* exception) {
     if (!exception) return failureOf(error);
     fillExcepInfo(error, exception);
     return DISP_E_EXCEPTION;
+}
+
+// How a host's `For Each` begins.
+HRESULT walk(automation::DispatchObject& collection, VARIANT* result, EXCEPINFO* exception) {
+    VariantInit(result);
+    try {
+        return startWalk(collection, result) ? S_OK : DISP_E_MEMBERNOTFOUND;
+    } catch (const automation::AutomationError& error) {
+        return raise(error, exception);
+    }
 }
 
 } // namespace
@@ -105,11 +116,13 @@ STDMETHODIMP DispatchShell::Invoke(DISPID id, REFIID reserved, LCID, WORD flags,
         const DISPPARAMS none = {};
         const DISPPARAMS& given = parameters ? *parameters : none;
         if (!isWellFormed(given)) return E_INVALIDARG;
-        const Member* member = findMember(target_->dispatchTable(), id, flags);
-        if (!member) return DISP_E_MEMBERNOTFOUND;
         // What runs may let go of the last reference to this object: nothing of it is used after the call.
         const std::shared_ptr<Apartment> keepApartment = apartment_;
         const std::shared_ptr<automation::DispatchObject> keepTarget = target_;
+        if (id == DISPID_NEWENUM && result && (flags & (DISPATCH_PROPERTYGET | DISPATCH_METHOD)))
+            return walk(*keepTarget, result, exception);
+        const Member* member = findMember(keepTarget->dispatchTable(), id, flags);
+        if (!member) return DISP_E_MEMBERNOTFOUND;
         return invokeMember(*keepTarget, *member, given, {result, exception, badArgument});
     });
 }

@@ -17,6 +17,7 @@ public:
     NamedCollection(Names names, Make make) : names_(std::move(names)), make_(std::move(make)) {}
 
     const automation::DispatchTable& dispatchTable() const override;
+    std::optional<std::int32_t> firstElement() const override { return 0; }
 
     std::int32_t count() const { return static_cast<std::int32_t>(names_().size()); }
     /// Throws when there is no such item.

@@ -98,6 +98,7 @@ public:
     explicit ColumnHeaders(WeakList list) : list_(std::move(list)) {}
 
     const DispatchTable& dispatchTable() const override;
+    std::optional<std::int32_t> firstElement() const override { return 1; }
 
 private:
     ObjectRef item(const Index& index) const {

@@ -17,6 +17,7 @@ public:
     explicit Controls(std::vector<NamedControl> controls) : controls_(std::move(controls)) {}
 
     const DispatchTable& dispatchTable() const override;
+    std::optional<std::int32_t> firstElement() const override { return 1; }
 
 private:
     [[noreturn]] static void refuse(const Value& index) {

@@ -14,6 +14,7 @@ public:
     explicit ListItems(WeakList list) : list_(std::move(list)) {}
 
     const DispatchTable& dispatchTable() const override;
+    std::optional<std::int32_t> firstElement() const override { return 1; }
 
 private:
     static int rowIn(const widgets::ListView& list, const Index& index) {

@@ -104,6 +104,7 @@ public:
     explicit ListSubItems(RowRef row) : row_(std::move(row)) {}
 
     const DispatchTable& dispatchTable() const override;
+    std::optional<std::int32_t> firstElement() const override { return 1; }
 
 private:
     static int cellIn(const widgets::RowContent& row, const Index& index) {

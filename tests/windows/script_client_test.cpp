@@ -141,6 +141,20 @@ For i = 1 To List.ColumnHeaders.Count
     If Header.Width > 0 Then Walked = Walked & Header.Key & " "
 Next
 Check Walked = "Date Elapsed Method Type Name Result Message ", 12
+Walked = ""
+For Each Item In List.ListItems
+    Walked = Walked & Item.Text & ";"
+Next
+For Each Header In List.ColumnHeaders
+    Walked = Walked & Header.Key & " "
+Next
+For Each Item In List.ListItems(3).ListSubItems
+    Walked = Walked & Item.Text & ";"
+Next
+For Each Item In Ctl.Controls
+    Walked = Walked & Item.ListItems.Count
+Next
+Check Walked = "row 1;row 2;row 3;Date Elapsed Method Type Name Result Message ;method 3;3", 23
 Check List.ListItems("KEY2").Index = 2, 13
 Check List.ListItems(2).ListSubItems("Method").Text = "method 2", 14
 Check List.ListItems(2).ListSubItems.Count = 2, 15
