@@ -152,21 +152,20 @@ STDMETHODIMP ControlShell::GetExtent(DWORD aspect, SIZEL* size) {
 }
 
 STDMETHODIMP ControlShell::Advise(IAdviseSink* sink, DWORD* connection) {
-    if (!advises_) {
-        const HRESULT made = CreateOleAdviseHolder(&advises_);
-        if (FAILED(made)) return made;
-    }
-    return advises_->Advise(sink, connection);
+    return firewall([&] {
+        const HRESULT made = advises_ ? S_OK : CreateOleAdviseHolder(&advises_);
+        return FAILED(made) ? made : advises_->Advise(sink, connection);
+    });
 }
 
 STDMETHODIMP ControlShell::Unadvise(DWORD connection) {
-    return advises_ ? advises_->Unadvise(connection) : OLE_E_NOCONNECTION;
+    return firewall([&] { return advises_ ? advises_->Unadvise(connection) : OLE_E_NOCONNECTION; });
 }
 
 STDMETHODIMP ControlShell::EnumAdvise(IEnumSTATDATA** connections) {
     if (!connections) return E_POINTER;
     *connections = nullptr;
-    return advises_ ? advises_->EnumAdvise(connections) : S_OK;
+    return firewall([&] { return advises_ ? advises_->EnumAdvise(connections) : S_OK; });
 }
 
 STDMETHODIMP ControlShell::GetMiscStatus(DWORD, DWORD* status) {

@@ -2,6 +2,7 @@
 
 #include "com/control_shell.h"
 
+#include "com/firewall.h"
 #include "platform/win32/list_view_window.h"
 
 namespace cvlog::com {
@@ -32,11 +33,15 @@ STDMETHODIMP ControlShell::Freeze(DWORD, LONG, void*, DWORD*) { return E_NOTIMPL
 STDMETHODIMP ControlShell::Unfreeze(DWORD) { return E_NOTIMPL; }
 
 STDMETHODIMP ControlShell::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
-    viewAspects_ = aspects;
-    viewFlags_ = flags;
-    viewSink_ = sink;
-    if (sink && (flags & ADVF_PRIMEFIRST)) sink->OnViewChange(DVASPECT_CONTENT, -1);
-    return S_OK;
+    return firewall([&] {
+        const ComPtr<IUnknown> keep(outer());
+        const ComPtr<IAdviseSink> before = viewSink_; // it goes when everything here is in order
+        viewAspects_ = aspects;
+        viewFlags_ = flags;
+        viewSink_ = sink;
+        if (sink && (flags & ADVF_PRIMEFIRST)) sink->OnViewChange(DVASPECT_CONTENT, -1);
+        return S_OK;
+    });
 }
 
 STDMETHODIMP ControlShell::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {

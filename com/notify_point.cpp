@@ -42,12 +42,14 @@ STDMETHODIMP NotifyPoint::Advise(IUnknown* sink, DWORD* cookie) {
 }
 
 STDMETHODIMP NotifyPoint::Unadvise(DWORD cookie) {
-    const auto found = std::find_if(sinks_.begin(), sinks_.end(),
-                                    [cookie](const Sink& sink) { return sink.first == cookie; });
-    if (found == sinks_.end()) return CONNECT_E_NOCONNECTION;
-    const Sink released = *found; // the sink may run code when it dies: only after the list is whole
-    sinks_.erase(found);
-    return S_OK;
+    return firewall([&]() -> HRESULT {
+        const auto found = std::find_if(sinks_.begin(), sinks_.end(),
+                                        [cookie](const Sink& sink) { return sink.first == cookie; });
+        if (found == sinks_.end()) return CONNECT_E_NOCONNECTION;
+        const Sink released = *found; // the sink may run code when it dies: only after the list is whole
+        sinks_.erase(found);
+        return S_OK;
+    });
 }
 
 STDMETHODIMP NotifyPoint::EnumConnections(IEnumConnections** connections) {

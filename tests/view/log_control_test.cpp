@@ -114,6 +114,41 @@ TEST_F(LogControlTest, LeavesTheOthersWithTheirRowsWhenItDies) {
     EXPECT_EQ(world.list().rowCount(), 4);
 }
 
+TEST_F(LogControlTest, TakesTheRowsAlongWhenItIsTheLastToDie) {
+    world.addControl();
+    addRows(3);
+    world.controls.clear();
+    ASSERT_TRUE(world.globals.store.CurrentLog);
+    EXPECT_EQ(world.addControl().rowCount(), 0);
+    EXPECT_EQ(world.engine.records().size(), 3U) << "the log itself has them";
+}
+
+TEST_F(LogControlTest, IsRegisteredBeforeItsColumnsAreSetUpAndFilledAfterwards) {
+    world.addControl();
+    addRows(1);
+    int listsAtSetUp = 0;
+    world.calls.insideCall = [&](const std::string& name) {
+        if (name == "Settings.get" && listsAtSetUp == 0) listsAtSetUp = world.globals.LogViews.count();
+        if (name == "Settings.get" && listsAtSetUp == 2) {
+            EXPECT_EQ(world.globals.LogViews.all().back()->rowCount(), 0) << "columns come before rows";
+        }
+    };
+    EXPECT_EQ(world.addControl().rowCount(), 1);
+    world.calls.insideCall = nullptr;
+    EXPECT_EQ(listsAtSetUp, 2);
+}
+
+TEST_F(LogControlTest, KeepsTheWidthsOfItsColumnsWhenItGetsAnotherFont) {
+    widgets::ListView& list = world.addControl();
+    const base::Twips width = list.column(1).width;
+    const base::Twips text = list.textWidth(u"Date");
+    base::Font larger = list.font();
+    larger.points *= 3;
+    world.controls[0]->put(u"Font", world.platform.fonts.make(larger));
+    EXPECT_GT(list.textWidth(u"Date"), text);
+    EXPECT_EQ(list.column(1).width, width) << "set up once, when it was created";
+}
+
 TEST_F(LogControlTest, TellsTheLogOfItsFocus) {
     const auto sink = std::make_shared<tests::RecordingSink>();
     world.log->events().advise(sink);
