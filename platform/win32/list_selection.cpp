@@ -56,12 +56,15 @@ void ListSelection::trackMark(HWND list) noexcept {
 }
 
 void ListSelection::rowsInserted(HWND list, int first, int count) noexcept {
+    const bool atEnd = first + count - 1 == model_.rowCount();
     trackMark(list);
+    moved_ = moved_ || !atEnd;
     if (mark_ >= first - 1) mark_ += count;
 }
 
 void ListSelection::rowsRemoved(HWND list, int first, int count) noexcept {
     trackMark(list);
+    moved_ = true;
     if (mark_ >= first - 1 + count)
         mark_ -= count;
     else if (mark_ >= first - 1)
@@ -70,6 +73,7 @@ void ListSelection::rowsRemoved(HWND list, int first, int count) noexcept {
 
 void ListSelection::rowsReordered(HWND list) noexcept {
     trackMark(list);
+    moved_ = true;
     mark_ = model_.focusedRow() - 1;
 }
 
@@ -79,7 +83,7 @@ void ListSelection::push(HWND list) {
     const int count = model_.rowCount();
     const bool resized = static_cast<std::size_t>(count) != shown_.size();
     std::optional<DrawingPause> pause;
-    if (shifted_ || resized) pause.emplace(list);
+    if (moved_) pause.emplace(list); // rows that come at the end are drawn alone
     if (resized) {
         dropVanished(list, count);
         SendMessageW(list, LVM_SETITEMCOUNT, static_cast<WPARAM>(count),
@@ -91,7 +95,7 @@ void ListSelection::push(HWND list) {
     carryOut(list, plan);
     pushFocus(list);
     if (shifted_) pushMark(list);
-    shifted_ = false;
+    shifted_ = moved_ = false;
 }
 
 void ListSelection::dropVanished(HWND list, int count) {

@@ -20,7 +20,7 @@ public:
     void rowsRemoved(HWND list, int first, int count) noexcept;
     void rowsReordered(HWND list) noexcept;
 
-    /// Makes the window show the model's rows, selection and focus. Draws what moved anew.
+    /// Makes the window show the model's rows, selection and focus. When rows moved all are drawn anew, else what changed.
     void push(HWND list);
     /// True while `push` works: what the window says meanwhile is no news.
     bool pushing() const noexcept { return pushing_; }
@@ -57,7 +57,8 @@ private:
     int shownSelected_ = 0;
     bool pushing_ = false;
     bool shifted_ = false;
-    int mark_ = -1; // where a range that the user extends starts; valid while shifted
+    bool moved_ = false; // some of the rows that the window shows have other places now, or are gone
+    int mark_ = -1;      // where a range that the user extends starts; valid while shifted
 };
 
 } // namespace cvlog::platform::win32

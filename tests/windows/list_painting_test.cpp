@@ -108,8 +108,10 @@ protected:
     }
 
     /// A cell as it is on the screen.
-    Shown cellAsItIs(int row, int column) const {
-        const RECT area = areaOf(row, column);
+    Shown cellAsItIs(int row, int column) const { return shownIn(areaOf(row, column)); }
+
+    /// What is on the screen in a part of the list, without having it drawn.
+    Shown shownIn(const RECT& area) const {
         Shown shown{static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top), {}};
         const BITMAPINFO info = topDownBitmap(shown.width, shown.height);
         void* bits = nullptr;
@@ -128,6 +130,23 @@ protected:
 
     std::vector<int> inked(int row, int column) const {
         return cell(row, column).columnsNot(systemColour(COLOR_WINDOW));
+    }
+
+    Shown allRows() const {
+        takeMessages();
+        RECT area{};
+        GetClientRect(window_->list(), &area);
+        RECT captions{};
+        GetClientRect(header(), &captions);
+        area.top = captions.bottom;
+        return shownIn(area);
+    }
+
+    /// As a log shows an entry.
+    void appendInSight(const Texts& texts) {
+        const widgets::ListView::Batch batch(*model_);
+        model_->append(rowOf(texts, u"green"));
+        model_->scrollTo(model_->rowCount());
     }
 
     void widen(base::Twips width) {
@@ -164,6 +183,30 @@ TEST_F(Win32ListPainting, ShowsIconAndTextSideBySide) {
         EXPECT_LE(ink.front(), pixels(60) + 3);
     }
     EXPECT_FALSE(cell(1, 3).has(kGreen & 0xFFFFFFU));
+}
+
+TEST_F(Win32ListPainting, ShowsRowsThatComeOneByOneAsIfAllWereDrawnAnew) {
+    for (int row = 1; row <= 30; ++row) { // into the window, and then out of it at the top
+        appendInSight({base::decimal(row), u"name", u"message " + base::decimal(row)});
+        const Shown seen = allRows();
+        RedrawWindow(window_->list(), nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+        ASSERT_EQ(seen, allRows()) << "row " << row;
+    }
+}
+
+TEST_F(Win32ListPainting, DrawsOneRowForOneThatComesAtTheEndAndAllWhenRowsMove) {
+    for (int row = 1; row <= 30; ++row) appendInSight({base::decimal(row), u"name", u"message"});
+    takeMessages();
+    const RECT spot = areaOf(28, 2); // stained, so that its next drawing shows
+    const HDC screen = GetDC(window_->list());
+    SetDCBrushColor(screen, RGB(0x12, 0x34, 0x56));
+    FillRect(screen, &spot, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    ReleaseDC(window_->list(), screen);
+    appendInSight({u"31", u"name", u"message"});
+    EXPECT_TRUE(allRows().has(0x123456));
+    model_->insert(1, rowOf({u"first", u"", u""}, u""));
+    EXPECT_FALSE(allRows().has(0x123456));
 }
 
 TEST_F(Win32ListPainting, ShowsWholeTextsInFittedColumns) {
