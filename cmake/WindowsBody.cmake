@@ -53,7 +53,7 @@ endif()
 # Portable tests whose contracts the Windows body has to keep as well; add a folder here to run it on both.
 set(shared_test_folders support)
 list(TRANSFORM shared_test_folders REPLACE "(.+)" "tests/\\1/*.cpp" OUTPUT_VARIABLE shared_patterns)
-cvlog_sources(test_sources tests/windows/*.cpp)
+cvlog_sources(test_sources tests/windows/*.cpp docs/samples/*.cpp)
 cvlog_sources(shared_sources ${shared_patterns})
 if(test_sources)
     list(APPEND test_sources ${shared_sources})
