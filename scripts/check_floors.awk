@@ -27,12 +27,12 @@ BEGIN {
     allow(rooms, rooms " resources " floors)
     allow("platform/win32 platform/headless", "resources ports widgets automation base")
     allow("com", rooms " resources " floors " platform/win32 platform/headless")
-    allow("workbench", "")
+    allow("workbench docs", "")
     allow("tests tests/posix bench", rooms " resources " floors " platform/headless tests tests/posix bench")
     allow("tests/windows bench/windows", rooms " resources " floors " platform/win32 platform/headless com tests bench")
 
     # tests/posix needs processes that are killed and users without rights.
-    words("platform/win32 com workbench tests/windows tests/posix bench/windows", os_folder, 1)
+    words("platform/win32 com workbench docs tests/windows tests/posix bench/windows", os_folder, 1)
     words("store tests tests/posix bench", sqlite_folder, 1)
 
     words("algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes " \

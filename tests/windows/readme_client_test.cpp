@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <string_view>
+#include <vector>
 
 void logReports(IDispatch* workspace);
 
@@ -18,6 +20,15 @@ std::string sourceText(const char* name) {
     std::ifstream file(root / name, std::ios::binary);
     EXPECT_TRUE(file.is_open()) << name;
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+/// The names in a source text: what stands in u"..." and is a name.
+std::vector<std::string> namesIn(const std::string& source) {
+    std::vector<std::string> names;
+    const std::regex name("u\"([A-Za-z]+)\"");
+    for (std::sregex_iterator found(source.begin(), source.end(), name), end; found != end; ++found)
+        names.push_back((*found)[1]);
+    return names;
 }
 
 /// The only block of the README in a language.
@@ -65,6 +76,17 @@ protected:
 TEST_F(ReadmeClient, TheReadmeShowsTheSamples) {
     EXPECT_EQ(shownIn("vbs"), sourceText("docs/samples/host.vbs"));
     EXPECT_EQ(shownIn("cpp"), sourceText("docs/samples/host.cpp"));
+}
+
+TEST_F(ReadmeClient, TheHostInterfaceNamesEveryMemberThatIsCalled) {
+    const std::string page = sourceText("docs/host-interface.md");
+    for (const char* file : {"host_window.h", "late_bound.h", "options_document.h", "repository.h",
+                             "workspace.h", "font_object.cpp"}) {
+        const std::vector<std::string> names = namesIn(sourceText((std::string("hostapi/") + file).c_str()));
+        EXPECT_FALSE(names.empty()) << file;
+        for (const std::string& name : names)
+            EXPECT_TRUE(std::regex_search(page, std::regex("`" + name + "[`(]"))) << file << ": " << name;
+    }
 }
 
 TEST_F(ReadmeClient, TheHostInCppStoresItsReports) {
