@@ -37,8 +37,7 @@ constexpr StringList kJapaneseStrings{{
     {125, u"レポート(&R)..."},
     // Alert window
     {126, u"OK"},
-    {127,
-     u"古い Dock 関数は使用しないでください。\nLog ActiveX の新しい Parent プロパティを使用してください。"},
+    {127, u"Dock 関数ではなく Log ActiveX の新しい Parent プロパティをご使用ください。"},
     // Cancel dialog
     {128, u"展開しています..."},
     {129, u"      キャンセル"},

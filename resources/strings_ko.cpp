@@ -37,7 +37,7 @@ constexpr StringList kKoreanStrings{{
     {125, u"보고서(&R)..."},
     // Alert window
     {126, u"확인"},
-    {127, u"이전 Dock 함수를 사용하지 마십시오.\nLog ActiveX의 새 Parent 속성을 사용하십시오."},
+    {127, u"이전 Dock 함수 대신 Log ActiveX의 새 Parent 속성을 사용하십시오."},
     // Cancel dialog
     {128, u"확장하는 중..."},
     {129, u"      취소"},
