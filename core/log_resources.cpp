@@ -28,8 +28,10 @@ LogResources& LoadLogResources(Globals& globals) {
 }
 
 automation::ObjectRef ResourceFont(Globals& globals) {
-    LogResources& form = LoadLogResources(globals);
-    if (!form.Font) form.Font = globals.platform.fonts.make(base::Font());
+    if (const automation::ObjectRef font = LoadLogResources(globals).Font) return font;
+    const automation::ObjectRef made = globals.platform.fonts.make(base::Font());
+    LogResources& form = LoadLogResources(globals); // what made the font may have unloaded the form
+    if (!form.Font) form.Font = made;
     return form.Font;
 }
 
