@@ -26,10 +26,14 @@ bool movesAbout(UINT message, WPARAM wParam) noexcept {
 
 } // namespace
 
-/// A message under way: the frame stays as long, and a window that was closed meanwhile goes after the last one.
+/// A message under way: the frame and what it is a part of stay as long, and a window that was closed meanwhile goes
+/// after the last one.
 class FormFrame::Visit {
 public:
-    explicit Visit(FormFrame& frame) noexcept : frame_(frame.shared_from_this()) { ++frame_->depth_; }
+    explicit Visit(FormFrame& frame)
+        : hostOwner_(frame.host_.owner ? frame.host_.owner() : nullptr), frame_(frame.shared_from_this()) {
+        ++frame_->depth_;
+    }
     ~Visit() {
         if (--frame_->depth_ == 0 && std::exchange(frame_->closing_, false) && frame_->window_)
             frame_->host_.destroyLater(frame_->window_);
@@ -38,6 +42,7 @@ public:
     Visit& operator=(const Visit&) = delete;
 
 private:
+    std::shared_ptr<void> hostOwner_; // goes last
     std::shared_ptr<FormFrame> frame_;
 };
 
