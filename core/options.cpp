@@ -53,7 +53,7 @@ void applyOptions(Globals& globals) {
     globals.options.applyTimer->disable();
     if (!globals.store.Workspace) return;
     if (globals.ExpansionBusy) return globals.options.applyTimer->enable();
-    host::ShowLog(globals);
+    host::ShowLog(globals, widgets::Activation::Leave); // nobody asked for it just now
 }
 
 void applySoon(Globals& globals) {

@@ -43,18 +43,20 @@ void FrmLog::localise() {
         [&] { form_->setCaption(globals_.store.Workspace.productName() + u" " + text(kLogName)); });
 }
 
-void FrmLog::showBeside(const hostapi::HostWindow& owner) {
+void FrmLog::showBeside(const hostapi::HostWindow& owner, widgets::Activation activation) {
     if (!form_) return;
-    if (!base::ignoring([&] { form_->show(owner.hwnd()); })) base::ignoring([&] { form_->show(); });
-    bringToFront();
+    if (!base::ignoring([&] { form_->show(owner.hwnd(), activation); }))
+        base::ignoring([&] { form_->show(0, activation); });
+    bringToFront(activation);
 }
 
-void FrmLog::bringToFront() {
-    if (form_) base::ignoring([&] { form_->bringToFront(); });
+void FrmLog::bringToFront(widgets::Activation activation) {
+    if (form_) base::ignoring([&] { form_->bringToFront(activation); });
 }
 
-void FrmLog::unload() {
+void FrmLog::unload(widgets::Activation hostWindow) {
     const std::shared_ptr<FrmLog> keep = shared_from_this();
+    hostWindow_ = hostWindow;
     if (form_) form_->unload();
 }
 
@@ -73,11 +75,12 @@ void FrmLog::formQueryUnload(widgets::UnloadMode mode) {
 }
 
 void FrmLog::formUnload() {
+    const bool focusHost = hostWindow_ == widgets::Activation::Take || form_->isActive();
     SavePlacement(globals_, *form_, kSection);
     forget();
     form_->takeOffList();
     logView_.reset();
-    base::ignoring([&] { FindHostWindow(globals_).setFocus(); });
+    if (focusHost) base::ignoring([&] { FindHostWindow(globals_).setFocus(); });
 }
 
 void FrmLog::forget() noexcept {

@@ -20,9 +20,10 @@ public:
     /// the system makes no window.
     void load();
     /// Shows it in front of the owner window, or in front of none when the owner refuses; then to the front.
-    void showBeside(const hostapi::HostWindow& owner);
-    void bringToFront();
-    void unload();
+    void showBeside(const hostapi::HostWindow& owner, widgets::Activation activation);
+    void bringToFront(widgets::Activation activation);
+    /// Gives the focus back to the host's window; `Leave`: only when it was in this one.
+    void unload(widgets::Activation hostWindow);
     /// Gives the focus to the log. Nothing happens in a window that is not loaded.
     void focusLog();
 
@@ -42,6 +43,7 @@ private:
     std::shared_ptr<view::LogControl> logView_;
     std::optional<widgets::Form> form_;
     widgets::MenuItem mnuPopUp_;
+    widgets::Activation hostWindow_ = widgets::Activation::Take;
 };
 
 } // namespace cvlog::host

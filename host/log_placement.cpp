@@ -31,7 +31,7 @@ hostapi::HostControl EnsureLogControl(core::Globals& globals, const hostapi::Hos
     return control;
 }
 
-void ShowLog(core::Globals& globals) noexcept {
+void ShowLog(core::Globals& globals, widgets::Activation activation) noexcept {
     const hostapi::HostWindow window = FindHostWindow(globals);
     const bool& wanted = globals.LogWindowVisible; // the host may change both on the way
     const bool& docked = globals.options.DockedOption;
@@ -43,27 +43,29 @@ void ShowLog(core::Globals& globals) noexcept {
     }
     if (wasOpen && !globals.store.Workspace) return; // closed on the way: nothing is to be shown any more
     if (wanted && !(window && docked))
-        ShowFloatingWindow(globals, window);
+        ShowFloatingWindow(globals, window, activation);
     else
-        CloseFloatingWindow(globals);
+        CloseFloatingWindow(globals, activation);
 }
 
-void ShowFloatingWindow(core::Globals& globals, const hostapi::HostWindow& owner) noexcept {
+void ShowFloatingWindow(core::Globals& globals, const hostapi::HostWindow& owner,
+                        widgets::Activation activation) noexcept {
     base::ignoring([&] {
-        if (const std::shared_ptr<FrmLog> open = globals.placement.frmLog) return open->bringToFront();
+        if (const std::shared_ptr<FrmLog> open = globals.placement.frmLog)
+            return open->bringToFront(activation);
         // It is the floating window from now on: the host, asked while it loads, may want the log shown once more.
         const auto form = globals.placement.frmLog = std::make_shared<FrmLog>(globals);
         const bool loaded = base::ignoring([&] { form->load(); });
         const bool stillWanted = globals.placement.frmLog == form;
-        if (loaded && stillWanted) return form->showBeside(owner);
+        if (loaded && stillWanted) return form->showBeside(owner, activation);
         if (stillWanted) globals.placement.frmLog.reset();
-        form->unload();
+        form->unload(activation);
     });
 }
 
-void CloseFloatingWindow(core::Globals& globals) noexcept {
+void CloseFloatingWindow(core::Globals& globals, widgets::Activation activation) noexcept {
     if (const std::shared_ptr<FrmLog> form = std::exchange(globals.placement.frmLog, nullptr))
-        base::ignoring([&] { form->unload(); });
+        base::ignoring([&] { form->unload(activation); });
 }
 
 bool HasScale(const automation::ObjectRef& container) noexcept {

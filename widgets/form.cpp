@@ -62,10 +62,10 @@ void Form::takeOffList() noexcept {
     if (placed && peer_) peer_->listTakenOff(*placed->list);
 }
 
-void Form::show(std::int32_t ownerWindow) {
+void Form::show(std::int32_t ownerWindow, Activation activation) {
     if (!peer_) throw std::logic_error("the form is unloaded");
     const std::shared_ptr<FormOwner> keep = owner_.lock();
-    peer_->show(ownerWindow);
+    peer_->show(ownerWindow, activation);
     visible_ = isLoaded(); // its owner may unload it when it hears of its size
 }
 
@@ -81,8 +81,8 @@ void Form::showModal(std::int32_t ownerWindow) {
     }
 }
 
-void Form::bringToFront() {
-    if (peer_) peer_->bringToFront();
+void Form::bringToFront(Activation activation) {
+    if (peer_) peer_->bringToFront(activation);
 }
 
 void Form::unload(UnloadMode mode) {

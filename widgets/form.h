@@ -86,11 +86,13 @@ public:
     bool visible() const noexcept { return visible_; }
     /// Shows it beside other windows; with a window as its owner it stays in front of that one and goes with it. Throws
     /// when there is no such window.
-    void show(std::int32_t ownerWindow = 0);
+    void show(std::int32_t ownerWindow = 0, Activation activation = Activation::Take);
     /// Shows it in front of all windows of the program, which take no input meanwhile, and comes back when it is
     /// unloaded.
     void showModal(std::int32_t ownerWindow = 0);
-    void bringToFront();
+    /// In front of the program's other windows, and on the screen again when somebody has hidden its window.
+    void bringToFront(Activation activation = Activation::Take);
+    bool isActive() const { return peer_ && peer_->isActive(); }
     void unload() { unload(UnloadMode::Code); }
 
     // What the user did in the peer's window.

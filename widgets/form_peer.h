@@ -11,6 +11,9 @@ struct Label;
 struct PictureBox;
 class ListView;
 
+/// Whether a window that comes up or to the front takes the user's input, or leaves it where it is.
+enum class Activation { Take, Leave };
+
 /// Shows a form on a platform. The window exists, hidden, from the peer's making to its end; its end may come inside
 /// one of its own events. It tells the form what the user does.
 class FormPeer {
@@ -32,10 +35,13 @@ public:
 
     /// Throws when the window cannot be owned by that one (0: by none). A form in the normal state that was never
     /// placed comes up where the system chooses.
-    virtual void show(std::int32_t ownerWindow) = 0;
+    virtual void show(std::int32_t ownerWindow, Activation activation) = 0;
     /// Shows it and runs messages until the peer's end.
     virtual void runModal(std::int32_t ownerWindow) = 0;
-    virtual void bringToFront() = 0;
+    /// A window that somebody else has hidden comes up again.
+    virtual void bringToFront(Activation activation) = 0;
+    /// Whether the user's input goes into this window.
+    virtual bool isActive() const = 0;
 };
 
 } // namespace cvlog::widgets

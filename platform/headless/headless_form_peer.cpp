@@ -24,6 +24,7 @@ HeadlessFormPeer::HeadlessFormPeer(widgets::Form& form, const CallGate& gate, Fo
 
 HeadlessFormPeer::~HeadlessFormPeer() {
     if (form_.list()) book_.faults.push_back("a window goes with a list on it");
+    if (isActive()) book_.active = 0;
     std::erase(book_.live, this);
 }
 
@@ -53,10 +54,16 @@ void HeadlessFormPeer::listTakenOff(widgets::ListView& list) noexcept {
     if (!list.peer()) book_.faults.push_back("a list is taken off after its window went");
 }
 
-void HeadlessFormPeer::show(std::int32_t ownerWindow) {
+void HeadlessFormPeer::comeUp(widgets::Activation activation) noexcept {
+    onScreen_ = true;
+    if (activation == widgets::Activation::Take) book_.active = handle_;
+}
+
+void HeadlessFormPeer::show(std::int32_t ownerWindow, widgets::Activation activation) {
     if (!pass("Form.show")) return;
     if (book_.refusedOwners.contains(ownerWindow)) throw std::runtime_error("that window owns nothing");
     book_.shown.push_back({form_.caption(), ownerWindow, false});
+    comeUp(activation);
     if (!form_.placement()) form_.userMoved(kFirstPlace, form_.state());
     tellClientSize();
 }
@@ -71,6 +78,7 @@ void HeadlessFormPeer::runModal(std::int32_t ownerWindow) {
         return found == book.live.end() ? nullptr : *found;
     };
     book.shown.push_back({form_.caption(), ownerWindow, true});
+    comeUp(widgets::Activation::Take);
     if (book.whileModal) book.whileModal(*this);
     while (peer() && timers.runNext()) {
     }
@@ -80,8 +88,10 @@ void HeadlessFormPeer::runModal(std::int32_t ownerWindow) {
     }
 }
 
-void HeadlessFormPeer::bringToFront() {
-    if (pass("Form.bringToFront")) book_.broughtToFront.push_back(form_.caption());
+void HeadlessFormPeer::bringToFront(widgets::Activation activation) {
+    if (!pass("Form.bringToFront")) return;
+    book_.broughtToFront.push_back(form_.caption());
+    if (form_.visible()) comeUp(activation);
 }
 
 void HeadlessFormPeer::userMoves(const base::Area& placement) {

@@ -27,6 +27,7 @@ struct FormBook {
     std::set<std::int32_t> refusedOwners; // windows that can own nothing
     std::vector<Showing> shown;
     std::vector<std::u16string> broughtToFront;
+    std::int32_t active = 0; // the window that has the user's input; any window's handle
     /// The user before a modal form. A form that is left open waits for its timers.
     std::function<void(HeadlessFormPeer&)> whileModal;
     /// What cannot be on a real screen: empty as long as forms behave.
@@ -51,11 +52,15 @@ public:
     void pictureBoxAdded(const widgets::PictureBox&) override { gate_.pass("Form.pictureBoxAdded"); }
     void listPlaced(widgets::ListView& list, const base::Area& area) override;
     void listTakenOff(widgets::ListView& list) noexcept override;
-    void show(std::int32_t ownerWindow) override;
+    void show(std::int32_t ownerWindow, widgets::Activation activation) override;
     void runModal(std::int32_t ownerWindow) override;
-    void bringToFront() override;
+    void bringToFront(widgets::Activation activation) override;
+    bool isActive() const override { return book_.active == handle_; }
 
     widgets::Form& form() const noexcept { return form_; }
+    bool onScreen() const noexcept { return onScreen_; }
+    /// Somebody who has the window's handle hides it.
+    void hideByHandle() noexcept { onScreen_ = false; }
 
     // The user at the window. Each may end the peer.
     void userCloses() { form_.userCloses(); }
@@ -67,12 +72,14 @@ private:
     /// Lets other code run; false when that was the end of this peer.
     bool pass(std::string_view call);
     void tellClientSize();
+    void comeUp(widgets::Activation activation) noexcept;
 
     widgets::Form& form_;
     const CallGate& gate_;
     FormBook& book_;
     TimerBook& timers_;
     std::int32_t handle_;
+    bool onScreen_ = false;
 };
 
 } // namespace cvlog::platform::headless

@@ -29,6 +29,9 @@ bool FormWindow::formMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT
         resolutionChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
         return true;
 
+    case WM_WINDOWPOSCHANGING:
+        if (quiet_) reinterpret_cast<WINDOWPOS*>(lParam)->flags |= SWP_NOACTIVATE;
+        return false;
     case WM_MOVE:
         tellPlacement();
         return true;

@@ -114,10 +114,10 @@ void FormWindow::listPlaced(widgets::ListView& list, const base::Area& area) {
 
 void FormWindow::listTakenOff(widgets::ListView& list) noexcept { windowOf(list).park(); }
 
-void FormWindow::show(std::int32_t owner) {
+void FormWindow::show(std::int32_t owner, widgets::Activation activation) {
     const HWND wanted = ownerWindow(owner);
     setOwner(window(), wanted);
-    present(wanted, programIsInFront());
+    present(wanted, activation == widgets::Activation::Take && programIsInFront());
 }
 
 void FormWindow::runModal(std::int32_t owner) {
@@ -138,18 +138,34 @@ void FormWindow::present(HWND owner, bool activate) {
         setNormalPlacement(window(), centredPlacement(window(), owner));
     sizeTold_ = false;
     const int plainly = activate ? SW_SHOW : SW_SHOWNA;
-    ShowWindow(window(), form_.state() == widgets::WindowState::Maximised ? SW_SHOWMAXIMIZED : plainly);
+    showWindow(form_.state() == widgets::WindowState::Maximised ? SW_SHOWMAXIMIZED : plainly, activate);
     if (!frame->tells(this)) return;
     tellPlacement();
     if (!sizeTold_) tellClientSize(true);
 }
 
-void FormWindow::bringToFront() {
+void FormWindow::showWindow(int command, bool activate) {
     const std::shared_ptr<FormFrame> frame = frame_;
-    if (IsIconic(window())) ShowWindow(window(), SW_RESTORE);
+    const HWND focus = GetFocus();
+    quiet_ = !activate;
+    ShowWindow(window(), command);
+    // Some systems give a window that comes out of the task bar the focus all the same.
+    if (!activate && GetFocus() != focus && IsWindow(focus)) SetFocus(focus);
+    if (frame->tells(this)) quiet_ = false;
+}
+
+bool FormWindow::isActive() const { return window() && GetActiveWindow() == window(); }
+
+void FormWindow::bringToFront(widgets::Activation activation) {
+    const std::shared_ptr<FormFrame> frame = frame_;
+    const bool activate = activation == widgets::Activation::Take;
+    const bool wasHidden = form_.visible() && !IsWindowVisible(window());
+    if (wasHidden) present(GetWindow(window(), GW_OWNER), activate);
+    if (!frame->tells(this)) return;
+    if (IsIconic(window())) showWindow(activate ? SW_RESTORE : SW_SHOWNOACTIVATE, activate);
     if (!frame->tells(this)) return;
     SetWindowPos(window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    if (IsWindowVisible(window()) && IsWindowEnabled(window())) SetForegroundWindow(window());
+    if (activate && IsWindowVisible(window()) && IsWindowEnabled(window())) SetForegroundWindow(window());
 }
 
 void FormWindow::tellPlacement() noexcept {

@@ -29,10 +29,11 @@ public:
     void pictureBoxAdded(const widgets::PictureBox& picture) override { controls_.add(picture); }
     void listPlaced(widgets::ListView& list, const base::Area& area) override;
     void listTakenOff(widgets::ListView& list) noexcept override;
-    void show(std::int32_t owner) override;
+    void show(std::int32_t owner, widgets::Activation activation) override;
     /// Throws as `show` does.
     void runModal(std::int32_t owner) override;
-    void bringToFront() override;
+    void bringToFront(widgets::Activation activation) override;
+    bool isActive() const override;
 
 private:
     bool formMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
@@ -46,6 +47,8 @@ private:
     void applyIcons();
     /// The window comes up. The peer may be gone afterwards.
     void present(HWND owner, bool activate);
+    /// As the system's function; without the focus whatever the command says. The peer may be gone afterwards.
+    void showWindow(int command, bool activate);
     void tellPlacement() noexcept;
     /// The peer may be gone afterwards.
     void tellClientSize(bool always = false);
@@ -58,6 +61,7 @@ private:
     HWND lastFocus_ = nullptr;
     std::shared_ptr<ModalRun> run_;
     int dpi_ = 0;
+    bool quiet_ = false;    // nothing that happens to the window activates it
     bool sizeTold_ = false; // since the window was shown
 };
 

@@ -22,6 +22,8 @@ public:
     }
     void userCloses(widgets::Form& form) override { peerOf(form).userCloses(); }
     void userClicks(widgets::Form& form, std::size_t button) override { peerOf(form).userClicks(button); }
+    void hideByHandle(widgets::Form& form) override { peerOf(form).hideByHandle(); }
+    bool isOnScreen(widgets::Form& form) override { return peerOf(form).onScreen(); }
     bool waitFor(const std::function<bool()>& something) override {
         while (!something())
             if (!factory_.timers.runNext()) return false;

@@ -81,6 +81,62 @@ TEST_F(AppliedOptions, AreNotAppliedToAClosedLog) {
     EXPECT_EQ(placings(), 0);
 }
 
+class AppliedOptionsFocus : public AppliedOptions {
+protected:
+    static constexpr std::int32_t kUsersWindow = 99;
+    void apply(const char16_t* docked) {
+        world.host.options.setDocked(docked);
+        save();
+        ASSERT_TRUE(runTimer());
+    }
+};
+
+TEST_F(AppliedOptionsFocus, StaysWhereTheUserHasItWhenTheFloatingWindowOpens) {
+    apply(u"true");
+    forms().active = kUsersWindow;
+    apply(u"false");
+    ASSERT_TRUE(floats());
+    EXPECT_EQ(forms().active, kUsersWindow);
+    EXPECT_EQ(forms().broughtToFront.size(), 1U);
+    EXPECT_EQ(world.calls.countOf("Window.SetFocus"), 0);
+}
+
+TEST_F(AppliedOptionsFocus, StaysWhereTheUserHasItWhenTheFloatingWindowComesToTheFront) {
+    ShowLog(globals());
+    ASSERT_EQ(forms().active, placement().frmLog->form()->windowHandle());
+    forms().active = kUsersWindow;
+    world.host.options.clearFilters();
+    world.host.options.addFilter(u"Errors", u"false");
+    apply(u"false");
+    ASSERT_TRUE(floats());
+    EXPECT_EQ(forms().broughtToFront.size(), 2U);
+    EXPECT_EQ(forms().active, kUsersWindow);
+}
+
+TEST_F(AppliedOptionsFocus, StaysWhereTheUserHasItWhenTheFloatingWindowGoes) {
+    ShowLog(globals());
+    forms().active = kUsersWindow;
+    apply(u"true");
+    ASSERT_FALSE(floats());
+    EXPECT_EQ(world.calls.countOf("Window.SetFocus"), 0);
+    EXPECT_EQ(forms().active, kUsersWindow);
+}
+
+TEST_F(AppliedOptionsFocus, GoesToTheHostsWindowFromAFloatingWindowThatGoes) {
+    ShowLog(globals());
+    apply(u"true");
+    ASSERT_FALSE(floats());
+    EXPECT_EQ(world.calls.countOf("Window.SetFocus"), 1);
+}
+
+TEST_F(AppliedOptionsFocus, IsTakenByALogThatIsAskedForAfterwards) {
+    apply(u"true");
+    forms().active = kUsersWindow;
+    apply(u"false");
+    ShowLog(globals());
+    EXPECT_EQ(forms().active, placement().frmLog->form()->windowHandle());
+}
+
 TEST_F(AppliedOptions, WaitWhileTheLogIsBusy) {
     world.host.options.setDocked(u"true");
     save();

@@ -70,6 +70,51 @@ TEST_P(FormContract, StaysHiddenWhenItsOwnerWindowRefuses) {
     EXPECT_TRUE(window_->form.visible());
 }
 
+TEST_P(FormContract, TakesTheUsersInputOnlyWhenItMay) {
+    const auto other = RecordingForm::make(screen_->peers());
+    other->form.show();
+    EXPECT_TRUE(other->form.isActive());
+    window_->form.show(0, Activation::Leave);
+    EXPECT_TRUE(screen_->isOnScreen(window_->form));
+    EXPECT_TRUE(other->form.isActive());
+    window_->form.bringToFront(Activation::Leave);
+    EXPECT_TRUE(other->form.isActive());
+    EXPECT_FALSE(window_->form.isActive());
+    window_->form.bringToFront();
+    EXPECT_TRUE(window_->form.isActive());
+    EXPECT_FALSE(other->form.isActive());
+    window_->form.unload();
+    EXPECT_FALSE(window_->form.isActive());
+}
+
+TEST_P(FormContract, TakesNoInputAlsoWhenItComesUpMaximised) {
+    const auto other = RecordingForm::make(screen_->peers());
+    other->form.show();
+    window_->form.setState(WindowState::Maximised);
+    window_->form.show(0, Activation::Leave);
+    EXPECT_EQ(window_->form.state(), WindowState::Maximised);
+    EXPECT_TRUE(other->form.isActive());
+    screen_->hideByHandle(window_->form);
+    window_->form.bringToFront(Activation::Leave);
+    EXPECT_TRUE(screen_->isOnScreen(window_->form));
+    EXPECT_TRUE(other->form.isActive());
+}
+
+TEST_P(FormContract, ComesBackToTheScreenWhenSomebodyHasHiddenIt) {
+    window_->form.show();
+    for (const Activation activation : {Activation::Take, Activation::Leave}) {
+        screen_->hideByHandle(window_->form);
+        ASSERT_FALSE(screen_->isOnScreen(window_->form));
+        window_->form.bringToFront(activation);
+        EXPECT_TRUE(screen_->isOnScreen(window_->form));
+    }
+}
+
+TEST_P(FormContract, IsNotShownByComingToTheFront) {
+    window_->form.bringToFront();
+    EXPECT_FALSE(screen_->isOnScreen(window_->form));
+}
+
 TEST_P(FormContract, MayGoInsideAClickWithAllThatHoldsIt) {
     int after = 0;
     window_->form.add(button([this, &after] {

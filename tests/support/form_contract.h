@@ -51,6 +51,9 @@ public:
     virtual std::int32_t refusingWindow() = 0;
     virtual void userCloses(Form& form) = 0;
     virtual void userClicks(Form& form, std::size_t button) = 0;
+    /// Somebody who has the window's handle hides it.
+    virtual void hideByHandle(Form& form) = 0;
+    virtual bool isOnScreen(Form& form) = 0;
     /// Lets time pass until something is so; false when it never is.
     virtual bool waitFor(const std::function<bool()>& something) = 0;
 };

@@ -27,6 +27,8 @@ public:
             next = FindWindowExW(windowOf(form), next, L"BUTTON", nullptr);
         SendMessageW(next, BM_CLICK, 0, 0);
     }
+    void hideByHandle(widgets::Form& form) override { ShowWindow(windowOf(form), SW_HIDE); }
+    bool isOnScreen(widgets::Form& form) override { return IsWindowVisible(windowOf(form)) != FALSE; }
     bool waitFor(const std::function<bool()>& something) override { return takeMessagesUntil(something); }
 
 private:

@@ -174,6 +174,22 @@ TEST_F(Win32Form, ComesToTheFrontAndOutOfTheTaskBar) {
     EXPECT_TRUE(takeMessagesUntil([&] { return GetActiveWindow() == windowOf(*shown); }));
 }
 
+TEST_F(Win32Form, ComesOutOfTheTaskBarWithoutTheFocusWhenItIsToLeaveIt) {
+    const HostsWindow host;
+    const auto shown = make();
+    shown->form.show();
+    ShowWindow(windowOf(*shown), SW_MINIMIZE);
+    SetForegroundWindow(host);
+    SetFocus(host);
+    shown->form.bringToFront(widgets::Activation::Leave);
+    takeMessages();
+    EXPECT_FALSE(IsIconic(windowOf(*shown)));
+    EXPECT_EQ(GetFocus(), host);
+    HWND behind = windowOf(*shown);
+    while (behind && behind != host) behind = GetWindow(behind, GW_HWNDNEXT);
+    EXPECT_EQ(behind, host) << "it is in front";
+}
+
 TEST_F(Win32Form, BreaksALabelIntoLinesAndLeavesItsAmpersands) {
     const auto shown = make(Border::FixedDialog);
     shown->form.add(widgets::Label{{0, 0, 900, 360}, u"You && I"});
