@@ -38,6 +38,12 @@ ScriptedDispatch& ScriptedDispatch::object(const wchar_t* name, IDispatch* value
     });
 }
 
+ScriptedDispatch& ScriptedDispatch::raw(const wchar_t* name, RawBody body) {
+    member(name, nullptr);
+    rawMembers_[static_cast<DISPID>(members_.size())] = std::move(body);
+    return *this;
+}
+
 ScriptedDispatch& ScriptedDispatch::replace(const wchar_t* name, Body body) {
     for (auto& [known, own] : members_)
         if (known == name) own = body;
@@ -84,6 +90,8 @@ STDMETHODIMP ScriptedDispatch::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*
     if (id < 1 || static_cast<std::size_t>(id) > members_.size()) return DISP_E_MEMBERNOTFOUND;
     for (const auto& [name, failure] : failures_)
         if (name == members_[static_cast<std::size_t>(id) - 1].first) return failure(info);
+    if (const auto found = rawMembers_.find(id); found != rawMembers_.end())
+        return found->second(*parameters);
     Arguments arguments(parameters->cArgs);
     for (UINT i = 0; i < parameters->cArgs; ++i) {
         VariantInit(&arguments[i]);

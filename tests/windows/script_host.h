@@ -27,6 +27,9 @@ public:
         members_.emplace_back(name, std::move(body));
         return *this;
     }
+    /// A member that sees the arguments as they come: last one first.
+    using RawBody = std::function<HRESULT(DISPPARAMS&)>;
+    ScriptedDispatch& raw(const wchar_t* name, RawBody body);
     /// The member answers with another body from now on.
     ScriptedDispatch& replace(const wchar_t* name, Body body);
     /// From now on the member fails: with what the function answers and writes.
@@ -53,6 +56,7 @@ private:
     static inline std::atomic<int> alive_{0};
     ULONG references_ = 1;
     std::vector<std::pair<std::wstring, Body>> members_;
+    std::map<DISPID, RawBody> rawMembers_;
     std::vector<std::pair<std::wstring, Failure>> failures_;
     std::vector<IDispatch*> owned_;
 };

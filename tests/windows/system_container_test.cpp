@@ -1,69 +1,49 @@
 // The control in the system's own ActiveX container window.
 
-#include "tests/windows/com_test.h"
+#include "tests/windows/ax_window.h"
 #include "tests/windows/script_host.h"
 
 #include <commctrl.h>
 
+#include <optional>
+
 namespace cvlog::tests {
 namespace {
-
-using ContainerInit = BOOL(WINAPI*)();
-using ContainerGetControl = HRESULT(WINAPI*)(HWND, IUnknown**);
 
 class SystemContainer : public ComTest {
 protected:
     void SetUp() override {
         ComTest::SetUp();
-        atl_ = LoadLibraryW(L"atl100.dll");
-        ASSERT_NE(atl_, nullptr);
-        // A second initialisation in one process fails.
-        static const BOOL initialised = entry<ContainerInit>("AtlAxWinInit")();
-        ASSERT_TRUE(initialised);
-        window_ = CreateWindowExW(0, L"AtlAxWin100", L"CVLog3.CVLogControl", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
-                                  0, 0, 640, 320, nullptr, nullptr, nullptr, nullptr);
-        ASSERT_NE(window_, nullptr);
-        ComPtr<IUnknown> unknown;
-        ASSERT_EQ(entry<ContainerGetControl>("AtlAxGetControl")(window_, &unknown), S_OK);
-        ASSERT_EQ(unknown.As(&control_), S_OK);
+        container_.emplace(L"CVLog3.CVLogControl", WS_OVERLAPPEDWINDOW | WS_VISIBLE, nullptr);
+        ASSERT_TRUE(container_->control());
     }
     void TearDown() override {
-        control_.Reset();
-        if (IsWindow(window_)) DestroyWindow(window_);
+        container_.reset();
         ComTest::TearDown();
     }
-    HWND list() {
-        Variant handle;
-        EXPECT_EQ(callByName(control_.Get(), L"hwnd", DISPATCH_PROPERTYGET, {}, &handle), S_OK);
-        return reinterpret_cast<HWND>(static_cast<LONG_PTR>(handle.lVal));
-    }
-    template <class Function>
-    Function entry(const char* name) const {
-        return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(atl_, name)));
-    }
+    HWND list() { return container_->list(); }
+    HWND window() { return container_->window(); }
 
-    HMODULE atl_ = nullptr;
-    HWND window_ = nullptr;
-    ComPtr<IDispatch> control_;
+    std::optional<AxWindow> container_;
 };
 
 TEST_F(SystemContainer, TheListIsAVisibleChildThatFillsTheContainer) {
     ASSERT_TRUE(IsWindow(list()));
-    EXPECT_TRUE(IsChild(window_, list()));
+    EXPECT_TRUE(IsChild(window(), list()));
     EXPECT_TRUE(IsWindowVisible(list()));
     RECT container = {};
     RECT shown = {};
-    GetClientRect(window_, &container);
+    GetClientRect(window(), &container);
     GetWindowRect(list(), &shown);
     EXPECT_EQ(shown.right - shown.left, container.right);
     EXPECT_EQ(shown.bottom - shown.top, container.bottom);
 }
 
 TEST_F(SystemContainer, TheListFollowsTheContainersSize) {
-    SetWindowPos(window_, nullptr, 0, 0, 300, 200, SWP_NOMOVE | SWP_NOZORDER);
+    SetWindowPos(window(), nullptr, 0, 0, 300, 200, SWP_NOMOVE | SWP_NOZORDER);
     RECT container = {};
     RECT shown = {};
-    GetClientRect(window_, &container);
+    GetClientRect(window(), &container);
     GetWindowRect(list(), &shown);
     EXPECT_EQ(shown.right - shown.left, container.right);
     EXPECT_EQ(shown.bottom - shown.top, container.bottom);
@@ -112,10 +92,10 @@ TEST_F(SystemContainer, AReportBecomesARowOfTheListAndARecordOfTheDatabase) {
 
 TEST_F(SystemContainer, TheListKeepsItsHandleWhenTheContainerGoesAndTheControlStays) {
     const HWND before = list();
-    DestroyWindow(window_);
+    DestroyWindow(window());
     EXPECT_TRUE(IsWindow(before)) << "the handle is the list's key: it lives until the final release";
     EXPECT_EQ(list(), before);
-    control_.Reset();
+    container_->releaseControl();
     EXPECT_FALSE(IsWindow(before));
 }
 
