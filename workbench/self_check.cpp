@@ -105,15 +105,9 @@ void SelfCheck::checkToolList() {
     expect(get(list.Get(), L"Count").integer() == 1, L"the list tells of a tool that closes");
 }
 
-/// A log that has no parent to set says so in the status bar.
 void SelfCheck::checkParent() {
-    try {
-        expect(get(application_.log(), L"Parent").object() == activeWindow(),
-               L"the log's parent is the active window");
-    } catch (const Failure& failure) {
-        expect(frame().status(FrameWindow::kNews) == failure.message(),
-               L"a missing member shows in the status bar");
-    }
+    expect(get(application_.log(), L"Parent").object() == activeWindow(),
+           L"the log's parent is the active window");
 }
 
 void SelfCheck::checkControls() {
@@ -237,7 +231,6 @@ void SelfCheck::checkClosing() {
     }
     expect(get(list.Get(), L"Count").integer() == 0, L"no tool is open at the end");
     expectFailure([&] { call(list.Get(), L"Item", {0}); }, L"and there is none at 0");
-    frame().showStatus(FrameWindow::kNews, L"");
     ToolWindow& last = tools().open(ToolKind::kMdiChild);
     checkParent(); // also with a first window
     tools().close(last);
