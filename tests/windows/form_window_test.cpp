@@ -182,12 +182,12 @@ TEST_F(Win32Form, ComesOutOfTheTaskBarWithoutTheFocusWhenItIsToLeaveIt) {
     SetForegroundWindow(host);
     SetFocus(host);
     shown->form.bringToFront(widgets::Activation::Leave);
-    takeMessages();
-    EXPECT_FALSE(IsIconic(windowOf(*shown)));
-    EXPECT_EQ(GetFocus(), host);
     HWND behind = windowOf(*shown);
     while (behind && behind != host) behind = GetWindow(behind, GW_HWNDNEXT);
     EXPECT_EQ(behind, host) << "it is in front";
+    takeMessages();
+    EXPECT_FALSE(IsIconic(windowOf(*shown)));
+    EXPECT_EQ(GetFocus(), host);
 }
 
 TEST_F(Win32Form, BreaksALabelIntoLinesAndLeavesItsAmpersands) {
