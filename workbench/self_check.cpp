@@ -71,6 +71,7 @@ void SelfCheck::run() {
         checkTabs();
         checkWindowKeys();
         checkOptions();
+        checkPlaces();
         checkMenu();
         checkClosing();
     } catch (const Failure& failure) {

@@ -36,6 +36,7 @@ private:
     void checkTabs();
     void checkWindowKeys();
     void checkOptions();
+    void checkPlaces();
     void checkMenu();
     void press(BYTE key, BYTE modifier = 0);
 

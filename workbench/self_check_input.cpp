@@ -107,6 +107,28 @@ void SelfCheck::checkOptions() {
     expect(saved == 2 && keepsRows(application_.options()) == before, L"and again");
 }
 
+/// The log follows the dialog a moment later, and the focus stays where the user has it.
+void SelfCheck::checkPlaces() {
+    constexpr ULONGLONG kAmple = 20'000;
+    const ToolWindow& tool = *tools().active();
+    const ComPtr<IDispatch> view = tool.findControl(L"LogView")->object();
+    for (const bool docked : {true, false, true}) {
+        SetFocus(tool.panel().list());
+        const HWND dialog = application_.showOptions().handle();
+        const bool isChecked = SendDlgItemMessageW(dialog, IDC_DOCKED, BM_GETCHECK, 0, 0) == BST_CHECKED;
+        if (isChecked != docked) {
+            SendDlgItemMessageW(dialog, IDC_DOCKED, BM_CLICK, 0, 0);
+        }
+        SendMessageW(dialog, WM_COMMAND, IDOK, 0);
+        const ULONGLONG end = GetTickCount64() + kAmple;
+        const auto moved = [&] { return get(view.Get(), L"Visible").boolean() == docked; };
+        frame().runUntil([&] { return moved() || GetTickCount64() > end; });
+        expect(moved(), docked ? L"the dialog docks the log" : L"the dialog floats the log");
+        expect(get(application_.log(), L"Docked").boolean() == docked, L"and the log knows");
+        expect(GetFocus() == tool.panel().list(), L"the focus stays");
+    }
+}
+
 void SelfCheck::checkMenu() {
     const auto choose = [&](WORD id) { SendMessageW(frame().handle(), WM_COMMAND, id, 0); };
     choose(IDM_LOG_VISIBLE);
