@@ -128,5 +128,18 @@ TEST_F(SeriesQuestion, AnsweredNoLeavesTheLogHidden) {
     EXPECT_FALSE(is(L"Visible"));
 }
 
+// The series that a host's timer starts meanwhile is not the one that the question is about.
+TEST_F(SeriesQuestion, LeavesTheSeriesThatItsHostStartsMeanwhile) {
+    finish([&](HWND box) {
+        call(L"SeriesStart", {Variant(L"verify")});
+        add();
+        PostMessageW(box, WM_COMMAND, IDNO, 0);
+    });
+    const LRESULT rows = rowsOf(host_->logView()->list());
+    EXPECT_EQ(rows, 1);
+    add(); // outside of a series it would ask
+    EXPECT_EQ(rowsOf(host_->logView()->list()), rows + 1);
+}
+
 } // namespace
 } // namespace cvlog::tests

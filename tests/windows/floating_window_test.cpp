@@ -1,5 +1,6 @@
 // The floating log in a real window: how its user closes it, where it comes back, and what goes before it.
 
+#include "tests/windows/live_objects.h"
 #include "tests/windows/placement_fixture.h"
 
 #include <set>
@@ -128,6 +129,26 @@ TEST_F(FloatingWindow, GoesWhenTheDatabaseIsClosed) {
     EXPECT_EQ(stored(L"Visible"), L"1") << "closing by the program is no wish";
     open();
     EXPECT_EQ(floating(), nullptr) << "until it is asked for";
+}
+
+TEST_F(FloatingWindow, LeavesNothingBehind) {
+    putParent(host_->window());
+    const auto rounds = [&](int count) {
+        for (int i = 0; i < count; ++i) {
+            put(L"Docked", true);
+            put(L"Docked", false);
+            PostMessageW(floating(), WM_SYSCOMMAND, SC_CLOSE, 0);
+            EXPECT_TRUE(takeMessagesUntil([&] { return floating() == nullptr; }));
+            put(L"Visible", true);
+        }
+        takeMessages();
+    };
+    rounds(3); // caches of the system fill
+    const int windows = platform::win32::liveWindows();
+    const int graphics = platform::win32::liveGraphicsObjects();
+    rounds(20);
+    EXPECT_EQ(platform::win32::liveWindows(), windows);
+    EXPECT_LE(platform::win32::liveGraphicsObjects(), graphics);
 }
 
 TEST_F(FloatingWindow, KeepsTheComponentWhenItsHostHasReleasedEveryObject) {
