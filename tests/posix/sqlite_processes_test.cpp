@@ -1,6 +1,7 @@
 #include "automation/error.h"
 #include "base/text.h"
 #include "store/sqlite_engine.h"
+#include "tests/store/command_line.h"
 #include "tests/store/failing_disk.h"
 #include "tests/store/store_files.h"
 
@@ -80,6 +81,12 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(StockDatabase(native()).run("create table LogInfo (RecordNum integer primary key "
                                                 "autoincrement, LogMessage Text, Number Integer)"));
+    }
+    /// The command-line program reads what the processes left, and agrees with the library.
+    void TearDown() override {
+        EXPECT_EQ(askCommandLine(native(), "pragma integrity_check"), "ok");
+        const char* const kCounts = "select count(*) || ' ' || ifnull(max(RecordNum), 0) from LogInfo";
+        EXPECT_EQ(askCommandLine(native(), kCounts), StockDatabase(native()).ask(kCounts));
     }
     std::string native() const { return folder_.native(kFile); }
     std::shared_ptr<Database> open() { return makeSqliteEngine(files_)->open(folder_.path(kFile)); }
