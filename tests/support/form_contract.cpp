@@ -73,6 +73,7 @@ TEST_P(FormContract, StaysHiddenWhenItsOwnerWindowRefuses) {
 TEST_P(FormContract, TakesTheUsersInputOnlyWhenItMay) {
     const auto other = RecordingForm::make(screen_->peers());
     other->form.show();
+    other->form.bringToFront(); // the program itself may not be in front yet
     EXPECT_TRUE(other->form.isActive());
     window_->form.show(0, Activation::Leave);
     EXPECT_TRUE(screen_->isOnScreen(window_->form));
