@@ -91,6 +91,7 @@ TEST_P(FormContract, TakesTheUsersInputOnlyWhenItMay) {
 TEST_P(FormContract, TakesNoInputAlsoWhenItComesUpMaximised) {
     const auto other = RecordingForm::make(screen_->peers());
     other->form.show();
+    other->form.bringToFront();
     window_->form.setState(WindowState::Maximised);
     window_->form.show(0, Activation::Leave);
     EXPECT_EQ(window_->form.state(), WindowState::Maximised);
