@@ -99,14 +99,15 @@ void attachToFirstList(Globals& globals, widgets::ListView& list) {
 void showInLists(Globals& globals, const widgets::RowPtr& row) {
     const LogViews::ListRef list = globals.LogViews.first();
     if (!list) return;
+    int position = 0;
     {
         widgets::ListView::Batch batch(*list);
-        const int position = list->positionOf(list->append(row), list->rowCount());
+        position = list->positionOf(list->append(row), list->rowCount());
         list->scrollTo(position);
         if (const int selected = list->selectedRow()) list->select(selected, false);
         AutoSizeColumns(*list, position);
     }
-    view::PropagateNewRow(globals, *list, row);
+    view::PropagateNewRow(globals, *list, position);
 }
 
 } // namespace

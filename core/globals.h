@@ -7,6 +7,7 @@
 #include "core/series.h"
 #include "hostapi/options_document.h"
 #include "hostapi/workspace.h"
+#include "ports/clipboard.h"
 #include "ports/clock.h"
 #include "ports/collator.h"
 #include "ports/file_system.h"
@@ -38,6 +39,7 @@ class CVLog;
 
 /// What the component needs of the system it runs on. Nothing here is owned; all of it outlives the Globals.
 struct Platform {
+    ports::Clipboard& clipboard;
     ports::Clock& clock;
     ports::MessageBoxes& messages;
     ports::FileSystem& files;
@@ -56,6 +58,7 @@ struct Platform {
     template <class Services>
     static Platform of(Services& services, store::Engine& engine) {
         return {
+            .clipboard = services.clipboard,
             .clock = services.clock,
             .messages = services.messages,
             .files = services.files,

@@ -21,6 +21,9 @@ public:
     /// Nothing happens when the list is not there.
     void remove(const widgets::ListView& list);
 
+    /// What numbers the rows of these lists, so that a row has one number in all of them.
+    const std::shared_ptr<widgets::RowIds>& rowIds() const noexcept { return rowIds_; }
+
     int count() const noexcept { return static_cast<int>(entries_.size()); }
     /// The oldest live list; null when there is none.
     ListRef first() const { return entries_.empty() ? nullptr : entries_.front().list; }
@@ -33,6 +36,7 @@ private:
         ListRef list;
     };
     std::vector<Entry> entries_;
+    std::shared_ptr<widgets::RowIds> rowIds_ = std::make_shared<widgets::RowIds>();
 };
 
 } // namespace cvlog::core

@@ -44,6 +44,11 @@ public:
         return automation::toText(required()->invoke(u"GetHelpFile", u"Calvetta.hlp"));
     }
 
+    /// Sets the pointer that the host's main window shows: 0 the usual one, 11 the hourglass. Answers the one before.
+    std::int32_t setMainWindowCursor(std::int32_t pointer) const {
+        return automation::toInt32(required()->invoke(u"SetMainWindowCursor", pointer));
+    }
+
 private:
     std::u16string productInfo(std::u16string_view name) const {
         return automation::toText(required()->invoke(u"GetProductInfo", name));

@@ -26,14 +26,14 @@ void RefreshSortIcon(widgets::ListView& list) {
                            list.sortOrder() == widgets::SortOrder::Ascending ? u"SortDown" : u"SortUp");
 }
 
-void PropagateNewRow(core::Globals& globals, const widgets::ListView& source, const widgets::RowPtr& row) {
+void PropagateNewRow(core::Globals& globals, const widgets::ListView& source, int position) {
     for (const auto& list : globals.LogViews.all()) {
         widgets::ListView::Batch batch(*list);
         RefreshSortIcon(*list);
         if (list.get() == &source) continue;
         core::AttachImageLists(globals, *list);
-        const widgets::RowId id = list->append(row);
-        core::AutoSizeColumns(*list, list->positionOf(id, list->rowCount()));
+        list->insertCopy(list->rowCount() + 1, source, position);
+        core::AutoSizeColumns(*list, list->positionOf(source.idAt(position), list->rowCount()));
         list->scrollTo(list->rowCount());
     }
 }

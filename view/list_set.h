@@ -15,6 +15,6 @@ void ClearLists(core::Globals& globals);
 void RefreshSortIcon(widgets::ListView& list);
 
 /// Brings a row that the first list just got into all the others, at its sorted place where they are sorted.
-void PropagateNewRow(core::Globals& globals, const widgets::ListView& source, const widgets::RowPtr& row);
+void PropagateNewRow(core::Globals& globals, const widgets::ListView& source, int position);
 
 } // namespace cvlog::view

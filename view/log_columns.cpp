@@ -4,22 +4,43 @@
 #include "base/failure.h"
 #include "base/text.h"
 #include "core/column_fit.h"
+#include "core/log_resources.h"
 #include "core/log_row.h"
+#include "hostapi/font_object.h"
+
+#include <utility>
 
 namespace cvlog::view {
 
 namespace {
 
 constexpr int kFirstCaption = 132;
+constexpr std::u16string_view kSection = u"Activity Log";
 
 // The display position of a column, 0 for a hidden one.
 int storedPosition(core::Globals& globals, const widgets::Column& column, int natural) {
     return base::valueOr(natural, [&] {
         const std::u16string product = globals.store.Workspace.productName();
         const std::u16string stored =
-            globals.platform.settings.get(product, u"Activity Log", column.key, base::decimal(natural));
+            globals.platform.settings.get(product, kSection, column.key, base::decimal(natural));
         return static_cast<int>(automation::toInt32(stored));
     });
+}
+
+void storePosition(core::Globals& globals, const widgets::ListView& list, int column, bool shown) {
+    base::ignoring([&] {
+        globals.platform.settings.save(globals.store.Workspace.productName(), kSection,
+                                       list.column(column).key,
+                                       shown ? base::decimal(list.column(column).position) : u"0");
+    });
+}
+
+// All lists get the same width, whatever their own fonts are.
+base::Twips captionWidth(core::Globals& globals, std::u16string_view caption) {
+    const base::Font font = base::valueOr(
+        base::Font(), [&] { return hostapi::FontObject(core::LoadLogResources(globals).Font).read(); });
+    ports::TextMeasurer& measurer = globals.platform.measurer;
+    return measurer.width(measurer.fontNumber(font), caption) + core::kCaptionPadding;
 }
 
 } // namespace
@@ -44,6 +65,17 @@ void SetUpColumns(core::Globals& globals, widgets::ListView& list) {
         }
         list.setColumnWidth(index, list.textWidth(column.caption) + core::kCaptionPadding);
         base::ignoring([&] { list.setColumnPosition(index, position); });
+    }
+}
+
+void ShowColumn(core::Globals& globals, std::u16string_view key, bool shown) {
+    bool first = true;
+    for (const auto& list : globals.LogViews.all()) {
+        const int column = list->columnOf(key);
+        if (std::exchange(first, false) && column != 0) storePosition(globals, *list, column, shown);
+        if (column == 0) continue;
+        list->setColumnWidth(column, shown ? captionWidth(globals, list->column(column).caption) : 0);
+        core::AutoSizeColumns(*list, 0);
     }
 }
 

@@ -15,7 +15,8 @@ namespace cvlog::view {
 
 LogControl::LogControl(core::Globals& globals)
     : globals_(globals),
-      lvLog_(std::make_shared<widgets::ListView>(globals.platform.collator, globals.platform.measurer)),
+      lvLog_(std::make_shared<widgets::ListView>(globals.platform.collator, globals.platform.measurer,
+                                                 globals.LogViews.rowIds())),
       controls_(makeControls({{u"lvLog", makeListObject(lvLog_)}})),
       font_(globals.platform.fonts, [this](const base::Font& font) { fontChanged(font); }) {
     LocaliseColumns(globals_, *lvLog_);

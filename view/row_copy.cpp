@@ -15,8 +15,7 @@ bool sameRow(const widgets::RowContent& left, const widgets::RowContent& right) 
 
 void insertMissingRows(const widgets::ListView& source, widgets::ListView& target) {
     for (int i = 1; i <= source.rowCount(); ++i)
-        if (target.rowCount() < i || !sameRow(source.row(i), target.row(i)))
-            target.insert(i, source.content(i), source.isSelected(i));
+        if (target.rowCount() < i || !sameRow(source.row(i), target.row(i))) target.insertCopy(i, source, i);
 }
 
 void takeOverSorting(const widgets::ListView& source, widgets::ListView& target) {

@@ -7,8 +7,10 @@
 
 namespace cvlog::widgets {
 
-ListView::ListView(ports::Collator& collator, ports::TextMeasurer& measurer)
-    : collator_(collator), measurer_(measurer), fontNumber_(measurer.fontNumber(font_)) {}
+ListView::ListView(ports::Collator& collator, ports::TextMeasurer& measurer, std::shared_ptr<RowIds> rowIds)
+    : collator_(collator), measurer_(measurer),
+      rowIds_(rowIds ? std::move(rowIds) : std::make_shared<RowIds>()),
+      fontNumber_(measurer.fontNumber(font_)) {}
 
 ListView::~ListView() = default;
 
@@ -17,14 +19,23 @@ void ListView::attach(std::unique_ptr<ListViewPeer> peer) { peer_ = std::move(pe
 std::int32_t ListView::windowHandle() const { return peer_ ? peer_->windowHandle() : 0; }
 
 RowId ListView::insert(int position, RowPtr content, bool selected) {
-    const int place = sorted_ ? sortedPlace(*content) : position;
-    growWidest(*content);
-    const RowId id = ++lastId_;
-    rows_.insert(static_cast<std::size_t>(place - 1), Entry{std::move(content), id, selected});
+    const RowId id = ++rowIds_->last;
+    insertEntry(position, {std::move(content), id, selected});
+    return id;
+}
+
+void ListView::insertCopy(int position, const ListView& source, int sourcePosition) {
+    insertEntry(position, source.entry(sourcePosition));
+}
+
+void ListView::insertEntry(int position, Entry entry) {
+    const int place = sorted_ ? sortedPlace(*entry.content) : position;
+    growWidest(*entry.content);
+    const bool selected = entry.selected;
+    rows_.insert(static_cast<std::size_t>(place - 1), std::move(entry));
     selectedCount_ += selected ? 1 : 0;
     if (focused_ >= place) ++focused_;
     tellPeer([place](ListViewPeer& peer) { peer.rowsInserted(place, 1); });
-    return id;
 }
 
 void ListView::remove(int position) {

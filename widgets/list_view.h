@@ -42,7 +42,9 @@ struct Colours {
 /// a programming error. The content of rows is shared between lists; the order and the state of rows are a list's own.
 class ListView {
 public:
-    ListView(ports::Collator& collator, ports::TextMeasurer& measurer);
+    /// Without a source of row numbers the list has its own.
+    ListView(ports::Collator& collator, ports::TextMeasurer& measurer,
+             std::shared_ptr<RowIds> rowIds = nullptr);
     ~ListView();
     ListView(const ListView&) = delete;
     ListView& operator=(const ListView&) = delete;
@@ -61,6 +63,8 @@ public:
     const RowContent& row(int position) const noexcept { return *entry(position).content; }
     const RowPtr& content(int position) const noexcept { return entry(position).content; }
     RowId insert(int position, RowPtr content, bool selected = false);
+    /// A row of another list that shares this one's row numbers: it is the same row in both.
+    void insertCopy(int position, const ListView& source, int sourcePosition);
     RowId append(RowPtr content, bool selected = false) {
         return insert(rowCount() + 1, std::move(content), selected);
     }
@@ -165,6 +169,7 @@ private:
     Entry& entry(int position) noexcept { return rows_[static_cast<std::size_t>(position - 1)]; }
     const Entry& entry(int position) const noexcept { return rows_[static_cast<std::size_t>(position - 1)]; }
     Column& columnAt(int index) noexcept { return columns_[static_cast<std::size_t>(index - 1)]; }
+    void insertEntry(int position, Entry entry);
     void sortRows();
     int sortedPlace(const RowContent& content) const;
     void growWidest(const RowContent& content);
@@ -184,7 +189,7 @@ private:
     ListViewOwner* owner_ = nullptr;
     GapBuffer<Entry> rows_;
     RowKeyBook rowKeys_;
-    RowId lastId_ = 0;
+    std::shared_ptr<RowIds> rowIds_;
     int selectedCount_ = 0;
     int focused_ = 0;
     int batchDepth_ = 0;

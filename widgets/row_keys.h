@@ -10,6 +10,11 @@ namespace cvlog::widgets {
 /// Names a row for as long as it is in its list; never used again in that list.
 using RowId = std::uint32_t;
 
+/// Numbers rows, never one number twice. Lists that show the same rows share one.
+struct RowIds {
+    RowId last = 0;
+};
+
 /// The keys that rows of one list have, found from either side. A row without one costs nothing here.
 class RowKeyBook {
 public:

@@ -10,6 +10,7 @@
 #include "platform/headless/headless_text_measurer.h"
 #include "platform/headless/memory_file_system.h"
 #include "platform/headless/memory_settings.h"
+#include "platform/headless/recording_clipboard.h"
 #include "platform/headless/recording_message_boxes.h"
 #include "platform/headless/recording_window_messages.h"
 #include "resources/string_table.h"
@@ -24,6 +25,7 @@ struct HeadlessPlatform {
 
     CallGate gate;
     HeadlessClock clock;
+    RecordingClipboard clipboard{gate};
     RecordingMessageBoxes messages{gate};
     MemoryFileSystem files{gate};
     MemorySettings settings{gate};

@@ -21,6 +21,8 @@ public:
         if (handle_) Release(handle_);
     }
     Handle get() const noexcept { return handle_; }
+    /// Gives the handle up: somebody else owns it from now on.
+    Handle release() noexcept { return std::exchange(handle_, nullptr); }
     explicit operator bool() const noexcept { return handle_ != nullptr; }
 
 private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/win32/clipboard.h"
 #include "platform/win32/clock.h"
 #include "platform/win32/collator.h"
 #include "platform/win32/file_system.h"
@@ -20,6 +21,7 @@ namespace cvlog::platform::win32 {
 /// after everything that uses it.
 struct Services {
     HostWindow host;
+    Clipboard clipboard;
     Clock clock;
     MessageBoxes messages;
     FileSystem files;

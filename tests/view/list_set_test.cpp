@@ -72,7 +72,7 @@ TEST_F(ListSet, BringsANewRowIntoTheOtherListsAtItsSortedPlace) {
     world.list(1).setSorted(true);
     const widgets::RowPtr row = rowOf(u"b");
     world.list(0).append(row);
-    PropagateNewRow(world.globals, world.list(0), row);
+    PropagateNewRow(world.globals, world.list(0), world.list(0).rowCount());
     EXPECT_EQ(world.list(0).rowCount(), 3) << "not twice in its own list";
     EXPECT_EQ(world.list(1).content(2).get(), row.get());
     EXPECT_EQ(world.list(2).content(3).get(), row.get());
