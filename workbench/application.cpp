@@ -157,7 +157,8 @@ bool Application::translate(MSG& message) {
     if (tool && tool->translateForControls(message)) {
         return true;
     }
-    const bool ours = tool || GetAncestor(message.hwnd, GA_ROOT) == frame_.handle();
+    // The floating log belongs to the frame as the tool windows do: the menu's keys work there too.
+    const bool ours = tool || GetAncestor(message.hwnd, GA_ROOTOWNER) == frame_.handle();
     return (ours && frame_.translateKey(message)) ||
            (tool && tool->handle() && tool->translateForDialog(message));
 }

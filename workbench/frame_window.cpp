@@ -22,7 +22,7 @@ void registerClass(WNDPROC procedure) {
     description.cbSize = sizeof description;
     description.lpfnWndProc = procedure;
     description.hInstance = GetModuleHandleW(nullptr);
-    description.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
+    description.hIcon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_WORKBENCH));
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_APPWORKSPACE + 1);
     description.lpszMenuName = MAKEINTRESOURCEW(IDR_MAIN_MENU);

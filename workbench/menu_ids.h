@@ -4,6 +4,7 @@
 #define IDR_MAIN_MENU 100
 #define IDR_ACCELERATORS 101
 #define IDD_OPTIONS 102
+#define IDI_WORKBENCH 1 // the lowest: the program's own
 
 #define IDM_REPLAY 201
 #define IDM_OPTIONS 202

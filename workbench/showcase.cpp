@@ -3,6 +3,7 @@
 #include "workbench/com_call.h"
 #include "workbench/console.h"
 #include "workbench/failure.h"
+#include "workbench/menu_ids.h"
 #include "workbench/output_file.h"
 
 namespace workbench {
@@ -42,6 +43,7 @@ void Showcase::showBothPlaces() {
     const Variant before = get(log, L"Docked");
     showLog(L"docked", true);
     showLog(L"floating", false);
+    showTwo();
     put(log, L"Docked", before); // the log remembers it in the project's options
 }
 
@@ -49,6 +51,15 @@ void Showcase::showLog(const wchar_t* picture, bool docked) {
     put(application_.log(), L"Docked", docked);
     call(application_.log(), L"SetFocus");
     show(picture);
+}
+
+void Showcase::showTwo() {
+    put(application_.log(), L"Docked", true);
+    ToolWindow& second = application_.tools().open(ToolKind::kMdiChild);
+    SendMessageW(application_.frame().handle(), WM_COMMAND, IDM_TOOL_ADD_LOG, 0);
+    SendMessageW(application_.frame().handle(), WM_COMMAND, IDM_TILE, 0);
+    show(L"two");
+    application_.tools().close(second);
 }
 
 } // namespace workbench

@@ -14,13 +14,14 @@ public:
     /// What is on the screen now; `line` is what the file says.
     void show(const std::wstring& line);
 
-    /// "docked" and "floating", the log in its two places, and "options", the dialog. What the log refuses is left out,
-    /// and the error output says why.
+    /// "docked" and "floating", the log in its two places, "two", two controls that show it side by side, and "options",
+    /// the dialog. What the log refuses is left out, and the error output says why.
     void showPlaces();
 
 private:
     void showBothPlaces();
     void showLog(const wchar_t* picture, bool docked);
+    void showTwo();
 
     Application& application_;
     std::wstring readyFile_;

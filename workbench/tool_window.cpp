@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "workbench/failure.h"
+#include "workbench/menu_ids.h"
 #include "workbench/mouse_pointer.h"
 #include "workbench/screen_scale.h"
 #include "workbench/text.h"
@@ -21,7 +22,7 @@ void registerClass(WNDPROC procedure) {
     description.cbSize = sizeof description;
     description.lpfnWndProc = procedure;
     description.hInstance = GetModuleHandleW(nullptr);
-    description.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
+    description.hIcon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_WORKBENCH));
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     description.lpszClassName = kClassName;
