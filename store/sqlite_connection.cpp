@@ -263,8 +263,6 @@ std::int64_t SqliteConnection::fileVersion() const noexcept {
 
 std::int64_t SqliteConnection::changes() const noexcept { return sqlite3_changes(handle_); }
 
-std::int64_t SqliteConnection::lastRow() const noexcept { return sqlite3_last_insert_rowid(handle_); }
-
 bool SqliteConnection::inTransaction() const noexcept { return sqlite3_get_autocommit(handle_) == 0; }
 
 bool SqliteConnection::isReadOnly() const noexcept { return sqlite3_db_readonly(handle_, "main") != 0; }

@@ -91,8 +91,6 @@ public:
     /// another program's change shows from the next statement on.
     std::int64_t fileVersion() const noexcept;
     std::int64_t changes() const noexcept;
-    /// The number of the row that was inserted last.
-    std::int64_t lastRow() const noexcept;
     bool inTransaction() const noexcept;
     bool isReadOnly() const noexcept;
     bool usesUtf8() const noexcept { return utf8_; }

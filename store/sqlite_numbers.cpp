@@ -3,10 +3,8 @@
 #include "base/failure.h"
 #include "store/engine_error.h"
 #include "store/sqlite_counter.h"
-#include "store/sqlite_properties.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace cvlog::store {
 
@@ -15,9 +13,6 @@ namespace {
 constexpr std::int64_t kLargestBlock = 256;
 
 } // namespace
-
-ReservedNumbers::ReservedNumbers(std::u16string table, std::u16string column)
-    : table_(std::move(table)), column_(std::move(column)) {}
 
 std::optional<ReservedNumbers::Next> ReservedNumbers::fromBlock() const noexcept {
     if (last_.number >= last_.end) return std::nullopt;
@@ -30,13 +25,12 @@ ReservedNumbers::Next ReservedNumbers::fromNewBlock(SqliteConnection& connection
     Next next = last_;
     const bool undisturbed = last_.blockSize > 0 && connection.fileVersion() == last_.fileVersion;
     if (!undisturbed)
-        next.number = std::max(highestInTable(connection, table_, column_),
-                               lastNumberIn(connection, table_, column_).value_or(0));
+        next.number = std::max(highestInTable(connection, mark_.table, mark_.column), mark_.read(connection));
     if (next.number >= kLastCounter) fail(EngineError::CounterExhausted, u"The counter has no more numbers.");
     next.blockSize = undisturbed ? std::min(last_.blockSize * 2, kLargestBlock) : 1;
     next.end = std::min(next.number + next.blockSize, kLastCounter);
     ++next.number;
-    setLastNumberIn(connection, table_, column_, next.end);
+    mark_.set(connection, next.end);
     return next;
 }
 
@@ -47,8 +41,7 @@ void ReservedNumbers::noteGiven(const Next& next, std::int64_t fileVersion) noex
 
 void ReservedNumbers::giveBack(SqliteConnection& connection) noexcept {
     if (last_.number < last_.end)
-        base::ignoring(
-            [&] { lowerLastNumberIn(connection, table_, column_, last_.number, last_.fileVersion); });
+        base::ignoring([&] { mark_.lower(connection, last_.number, last_.fileVersion); });
     last_ = {};
 }
 

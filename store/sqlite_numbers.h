@@ -1,21 +1,22 @@
 #pragma once
 
-#include "store/sqlite_connection.h"
+#include "store/sqlite_mark.h"
 
 #include <optional>
+#include <utility>
 
 namespace cvlog::store {
 
-/// Gives the numbers of a column whose table cannot remember the highest one. The file keeps a mark that no number
-/// ever given is above. It is moved ahead by blocks that grow while nobody else changes the file, so that most
-/// records do not write it.
+/// Gives the numbers of a counter column. The file keeps a mark that no number ever given is above. It is moved ahead
+/// by blocks that grow while nobody else changes the file, so that most records do not write it: for an automatic key
+/// too, whose mark the library would otherwise write, as a page of its own, with each record.
 ///
 /// A block is good only as long as nothing but its own numbers was written to the file. After a change by another
 /// program the rest of it is never used: the next number comes from the file, so that numbers grow in the order of
 /// the records. Before other writing of this connection the block is given back.
 class ReservedNumbers {
 public:
-    ReservedNumbers(std::u16string table, std::u16string column);
+    explicit ReservedNumbers(NumberMark mark) : mark_(std::move(mark)) {}
 
     /// A number to be given if the file is at `fileVersion` then.
     struct Next {
@@ -35,8 +36,7 @@ public:
     void giveBack(SqliteConnection& connection) noexcept;
 
 private:
-    std::u16string table_;
-    std::u16string column_;
+    NumberMark mark_;
     Next last_; // given last
 };
 

@@ -12,7 +12,7 @@ namespace cvlog::store {
 /// How a column gets its numbers.
 enum class Numbering {
     None,
-    ByEngine, // the table's automatic key
+    ByEngine, // the table's automatic key; by us as well, where the rows are ours
     ByMark,   // by us, above the highest number ever given
 };
 

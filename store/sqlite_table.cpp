@@ -14,8 +14,6 @@ namespace cvlog::store {
 
 namespace {
 
-// How far before its end a counter is looked at before each row.
-constexpr std::int64_t kNearEnd = 1 << 24;
 // Statements that are kept for rows made of different columns.
 constexpr std::size_t kStatements = 32;
 
@@ -129,7 +127,6 @@ void SqliteTable::readAnew() {
     schemaVersion_ = version;
     ownChanges_ = session_->ownChanges();
     doubted_ = false;
-    nearEnd_ = true;
     numbers_.reset(); // of a column that may be another one now
     counter_.reset();
     for (std::size_t i = 0; i < table_.columns.size() && !counter_; ++i)
@@ -161,18 +158,11 @@ SqliteTable::NewRow SqliteTable::movedToNewColumns(NewRow row, const TableInfo& 
     return moved;
 }
 
-bool SqliteTable::isNumbered(Numbering numbering) const {
-    return counter_ && table_.columns[*counter_].numbering == numbering;
-}
-
 void SqliteTable::insert(SqliteConnection& connection, const NewRow& row) {
-    if (!isNumbered(Numbering::ByMark)) {
-        const bool checked = nearEnd_ && isNumbered(Numbering::ByEngine);
-        runInsert(connection, row, checked ? Condition::CounterNotEnded : Condition::None, nullptr);
-        if (isNumbered(Numbering::ByEngine)) checkCounter(connection);
-    } else if (!insertUnlessDisturbed(connection, row)) {
+    if (!counter_)
+        runInsert(connection, row, Condition::None, nullptr);
+    else if (!insertUnlessDisturbed(connection, row))
         insertNumbered(connection, row);
-    }
 }
 
 // One statement, as long as nobody else has changed the file since the last row.
@@ -187,7 +177,8 @@ bool SqliteTable::insertUnlessDisturbed(SqliteConnection& connection, const NewR
 }
 
 void SqliteTable::insertNumbered(SqliteConnection& connection, const NewRow& row) {
-    if (!numbers_) numbers_.emplace(table_.name, table_.columns[*counter_].name);
+    const ColumnInfo& counter = table_.columns[*counter_];
+    if (!numbers_) numbers_.emplace(NumberMark{table_.name, counter.name, counter.numbering});
     SqliteTransaction transaction(connection);
     const ReservedNumbers::Next next = numbers_->fromNewBlock(connection);
     runInsert(connection, row, Condition::None, &next);
@@ -209,20 +200,6 @@ void SqliteTable::runInsert(SqliteConnection& connection, const NewRow& row, Con
     if (condition == Condition::FileUnchanged) statement.bind(parameter, next->fileVersion);
     statement.run();
     doubted_ = doubted_ || statement.wasCompiledAnew();
-}
-
-// A counter ends at 32 bits, long before the library's own numbers do. Near the end the statement looks
-// first.
-void SqliteTable::checkCounter(SqliteConnection& connection) {
-    if (connection.changes() == 0) fail(EngineError::CounterExhausted, u"The counter has no more numbers.");
-    const std::int64_t number = connection.lastRow();
-    nearEnd_ = number > kLastCounter - kNearEnd;
-    if (number <= kLastCounter) return;
-    // Another program has made the numbers jump since the last row.
-    SqliteStatement undo = connection.prepare(u"delete from " + quotedName(table_.name) + u" where " +
-                                              quotedName(table_.columns[*counter_].name) + u" = ?1");
-    undo.bind(1, number).run();
-    fail(EngineError::CounterExhausted, u"The counter has no more numbers.");
 }
 
 bool SqliteTable::Prepared::isFor(const NewRow& row, Condition wanted) const noexcept {
@@ -256,18 +233,14 @@ std::u16string SqliteTable::insertText(const NewRow& row, Condition condition) c
         columns += (columns.empty() ? u"" : u", ") + quotedName(column);
         values += (values.empty() ? u"" : u", ") + std::u16string(value);
     };
-    if (counter_) append(table_.columns[*counter_].name, isNumbered(Numbering::ByEngine) ? u"null" : u"?");
+    if (counter_) append(table_.columns[*counter_].name, u"?");
     for (std::size_t i = 0; i < row.size(); ++i)
         if (row[i]) append(table_.columns[i].name, u"?");
     const std::u16string start = u"insert into " + quotedName(table_.name);
     if (columns.empty()) return start + u" default values";
     const std::u16string into = start + u" (" + columns + u") ";
     if (condition == Condition::None) return into + u"values (" + values + u")";
-    const std::u16string select = into + u"select " + values + u" where ";
-    if (condition == Condition::FileUnchanged)
-        return select + std::u16string(SqliteConnection::kFileVersion) + u" = ?";
-    return select + u"(select coalesce(max(seq), 0) from sqlite_sequence where name = " +
-           quotedText(table_.name) + u") < 2147483647";
+    return into + u"select " + values + u" where " + std::u16string(SqliteConnection::kFileVersion) + u" = ?";
 }
 
 automation::Value storableValue(const ColumnInfo& column, const automation::Value& value) {

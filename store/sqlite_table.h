@@ -36,7 +36,7 @@ public:
 
 private:
     using NewRow = std::vector<std::optional<automation::Value>>; // a column each; none: its default
-    enum class Condition { None, CounterNotEnded, FileUnchanged };
+    enum class Condition { None, FileUnchanged };
     struct Prepared {
         std::vector<bool> set; // a column each
         Condition condition;
@@ -60,8 +60,6 @@ private:
     void runInsert(SqliteConnection& connection, const NewRow& row, Condition condition,
                    const ReservedNumbers::Next* next);
     SqliteStatement& statementFor(SqliteConnection& connection, const NewRow& row, Condition condition);
-    bool isNumbered(Numbering numbering) const;
-    void checkCounter(SqliteConnection& connection);
     std::u16string insertText(const NewRow& row, Condition condition) const;
 
     std::shared_ptr<SqliteSession> session_;
@@ -72,7 +70,6 @@ private:
     bool doubted_ = false;               // another program has changed some definition
     std::optional<std::size_t> counter_; // the column numbered by anybody but the host
     std::optional<ReservedNumbers> numbers_;
-    bool nearEnd_ = true; // the counter may be about to end
     bool adding_ = false;
     NewRow newRow_;
     std::deque<Prepared> statements_; // the ones used last in front

@@ -184,17 +184,20 @@ TEST_F(SqliteProcesses, aKilledWriterLosesNothingThatWasAcknowledged) {
     expectWhole(next);
 }
 
-// The numbers of such a table come from the engine, in blocks.
-class KeyedTable : public SqliteProcesses {
+// The numbers come in blocks, whether the table has a key of its own beside them or they are its key.
+class NumberedTable : public SqliteProcesses, public ::testing::WithParamInterface<const char*> {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(StockDatabase(native()).run(
-            "create table LogInfo (Id integer primary key, LogMessage Text, Number Integer)"));
+        ASSERT_TRUE(StockDatabase(native()).run(std::string("create table LogInfo (") + GetParam() +
+                                                "LogMessage Text, Number Integer)"));
         open()->execute(u"alter table LogInfo add column RecordNum Counter");
     }
 };
 
-TEST_F(KeyedTable, twoThatWriteGiveEachNumberOnceInTheOrderOfTheirRecords) {
+INSTANTIATE_TEST_SUITE_P(Sqlite, NumberedTable, ::testing::Values("Id integer primary key, ", ""),
+                         [](const auto& tested) { return *tested.param ? "KeyOfItsOwn" : "NumberIsTheKey"; });
+
+TEST_P(NumberedTable, twoThatWriteGiveEachNumberOnceInTheOrderOfTheirRecords) {
     constexpr int kCount = 400;
     const auto writer = [this](int start) {
         const auto database = open();
@@ -209,14 +212,14 @@ TEST_F(KeyedTable, twoThatWriteGiveEachNumberOnceInTheOrderOfTheirRecords) {
     EXPECT_EQ(exitCodeOf(second), 0);
     StockDatabase stock(native());
     EXPECT_EQ(stock.ask("select count(*) || ' ' || count(distinct RecordNum) from LogInfo"), "800 800");
-    EXPECT_EQ(stock.ask("select count(*) from LogInfo a join LogInfo b on b.Id = a.Id + 1 "
-                        "where b.RecordNum <= a.RecordNum"),
-              "0")
-        << "the keys show in which order the records came";
+    for (const char* order : {"rowid", "Number"}) // of all records, of each writer's own
+        EXPECT_EQ(stock.ask("select count(*) from LogInfo a join LogInfo b on b." + std::string(order) +
+                            " = a." + order + " + 1 where b.RecordNum <= a.RecordNum"),
+                  "0");
     EXPECT_EQ(stock.ask("pragma integrity_check"), "ok");
 }
 
-TEST_F(KeyedTable, aKilledWriterLeavesAGapAndNoNumberIsGivenTwice) {
+TEST_P(NumberedTable, aKilledWriterLeavesAGapAndNoNumberIsGivenTwice) {
     const int kills = environmentNumber("CVLOG_TEST_KILLS", 1000) / 5;
     const auto seed = static_cast<unsigned>(environmentNumber("CVLOG_TEST_SEED", 20260101));
     SCOPED_TRACE("seed " + std::to_string(seed));

@@ -1,7 +1,6 @@
 #include "automation/error.h"
-#include "tests/store/sqlite_files.h"
+#include "tests/store/sqlite_program.h"
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,29 +13,6 @@ using automation::AutomationError;
 namespace {
 
 constexpr int kLastNumber = 0x7FFFFFFF;
-
-/// A program with the table open: it appends without closing, as a log does.
-class Program {
-public:
-    explicit Program(std::shared_ptr<Database> database)
-        : database_(std::move(database)), rows_(database_->openTable(u"LogInfo")) {}
-
-    void append() {
-        rows_->addNew();
-        rows_->assign(u"LogMessage", u"m");
-        rows_->update();
-    }
-    void append(int count) {
-        for (int i = 0; i < count; ++i) append();
-    }
-    void execute(std::u16string_view sql) { database_->execute(sql); }
-    void close() { database_->close(); }
-    Database& database() { return *database_; }
-
-private:
-    std::shared_ptr<Database> database_;
-    std::shared_ptr<Recordset> rows_;
-};
 
 class SqliteNumbers : public SqliteFiles {
 protected:
