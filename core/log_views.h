@@ -2,6 +2,7 @@
 
 #include "widgets/list_view.h"
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -37,6 +38,20 @@ private:
     };
     std::vector<Entry> entries_;
     std::shared_ptr<widgets::RowIds> rowIds_ = std::make_shared<widgets::RowIds>();
+};
+
+/// Holds back the work of all lists' peers as long as it lives, and keeps the lists alive. Nothing foreign may run
+/// meanwhile: it would see lists that are not yet on the screen.
+class BatchOfAll {
+public:
+    explicit BatchOfAll(const LogViews& views) : lists_(views.all()) {
+        for (const LogViews::ListRef& list : lists_) batches_.emplace_back(*list);
+    }
+    const std::vector<LogViews::ListRef>& lists() const noexcept { return lists_; }
+
+private:
+    std::vector<LogViews::ListRef> lists_;
+    std::deque<widgets::ListView::Batch> batches_;
 };
 
 } // namespace cvlog::core

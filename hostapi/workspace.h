@@ -15,6 +15,10 @@ public:
     std::u16string aliasId() const { return text(u"AliasID"); } // "" when the method stands for itself
 };
 
+/// Pointers of the host's main window.
+inline constexpr std::int32_t kUsualPointer = 0;
+inline constexpr std::int32_t kHourglass = 11;
+
 enum class HostName { ProjectDirectory = 4, ProjectName = 6, ProductDirectory = 16 };
 
 /// The host's workspace: the one object through which the component reaches its host.
@@ -44,7 +48,7 @@ public:
         return automation::toText(required()->invoke(u"GetHelpFile", u"Calvetta.hlp"));
     }
 
-    /// Sets the pointer that the host's main window shows: 0 the usual one, 11 the hourglass. Answers the one before.
+    /// Sets the pointer that the host's main window shows. Answers the one before, which may be any number.
     std::int32_t setMainWindowCursor(std::int32_t pointer) const {
         return automation::toInt32(required()->invoke(u"SetMainWindowCursor", pointer));
     }

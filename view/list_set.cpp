@@ -9,6 +9,7 @@ void ResetLists(core::Globals& globals) {
     for (const auto& list : globals.LogViews.all()) {
         widgets::ListView::Batch batch(*list);
         list->setSorted(false);
+        list->setSort(0, widgets::SortOrder::Ascending);
         list->clear();
         for (int column = 1; column <= list->columnCount(); ++column)
             list->setColumnIcon(column, u"SortEmpty");

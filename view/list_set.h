@@ -4,7 +4,7 @@
 
 namespace cvlog::view {
 
-/// Empties every list and switches its sorting off; every header shows the empty sort icon.
+/// Empties every list and switches its sorting off, as in a new list; every header shows the empty sort icon.
 void ResetLists(core::Globals& globals);
 
 /// Empties every list and leaves its sorting as it is.

@@ -8,7 +8,7 @@
 #include "core/log_row.h"
 #include "hostapi/font_object.h"
 
-#include <utility>
+#include <vector>
 
 namespace cvlog::view {
 
@@ -17,7 +17,7 @@ namespace {
 constexpr int kFirstCaption = 132;
 constexpr std::u16string_view kSection = u"Activity Log";
 
-// The display position of a column, 0 for a hidden one.
+// The display position of a column, 0 for a hidden one. The host is asked for its name: it may run any code.
 int storedPosition(core::Globals& globals, const widgets::Column& column, int natural) {
     return base::valueOr(natural, [&] {
         const std::u16string product = globals.store.Workspace.productName();
@@ -27,20 +27,30 @@ int storedPosition(core::Globals& globals, const widgets::Column& column, int na
     });
 }
 
-void storePosition(core::Globals& globals, const widgets::ListView& list, int column, bool shown) {
-    base::ignoring([&] {
-        globals.platform.settings.save(globals.store.Workspace.productName(), kSection,
-                                       list.column(column).key,
-                                       shown ? base::decimal(list.column(column).position) : u"0");
-    });
+// For the user's next lists; the place that the column has in the oldest one now.
+void storePosition(core::Globals& globals, std::u16string_view key, bool shown) {
+    const std::u16string product = globals.store.Workspace.productName();
+    const core::LogViews::ListRef list = globals.LogViews.first(); // the host may have ended the one before
+    const int column = list ? list->columnOf(key) : 0;
+    if (column == 0) return;
+    const std::u16string place = shown ? base::decimal(list->column(column).position) : u"0";
+    globals.platform.settings.save(product, kSection, list->column(column).key, place);
 }
 
-// All lists get the same width, whatever their own fonts are.
-base::Twips captionWidth(core::Globals& globals, std::u16string_view caption) {
-    const base::Font font = base::valueOr(
-        base::Font(), [&] { return hostapi::FontObject(core::LoadLogResources(globals).Font).read(); });
-    ports::TextMeasurer& measurer = globals.platform.measurer;
-    return measurer.width(measurer.fontNumber(font), caption) + core::kCaptionPadding;
+// All lists get the same width, whatever their own fonts are. The font may be an object of the host's.
+base::Font resourceFont(core::Globals& globals) {
+    return base::valueOr(base::Font(),
+                         [&] { return hostapi::FontObject(core::LoadLogResources(globals).Font).read(); });
+}
+
+void showInList(ports::TextMeasurer& measurer, const base::Font& font, widgets::ListView& list, int column,
+                bool shown) {
+    widgets::ListView::Batch batch(list);
+    const auto width = [&] {
+        return measurer.width(measurer.fontNumber(font), list.column(column).caption) + core::kCaptionPadding;
+    };
+    list.setColumnWidth(column, shown ? width() : 0);
+    core::AutoSizeColumns(list, 0);
 }
 
 } // namespace
@@ -55,28 +65,27 @@ void LocaliseColumns(const core::Globals& globals, widgets::ListView& list) {
 }
 
 void SetUpColumns(core::Globals& globals, widgets::ListView& list) {
+    std::vector<int> positions;
+    for (int index = 1; index <= list.columnCount(); ++index)
+        positions.push_back(storedPosition(globals, list.column(index), index));
     widgets::ListView::Batch batch(list);
     for (int index = 1; index <= list.columnCount(); ++index) {
-        const widgets::Column& column = list.column(index);
-        const int position = storedPosition(globals, column, index);
+        const int position = positions[static_cast<std::size_t>(index - 1)];
         if (position == 0) {
             list.setColumnWidth(index, 0);
             continue;
         }
-        list.setColumnWidth(index, list.textWidth(column.caption) + core::kCaptionPadding);
+        list.setColumnWidth(index, list.textWidth(list.column(index).caption) + core::kCaptionPadding);
         base::ignoring([&] { list.setColumnPosition(index, position); });
     }
 }
 
 void ShowColumn(core::Globals& globals, std::u16string_view key, bool shown) {
-    bool first = true;
-    for (const auto& list : globals.LogViews.all()) {
-        const int column = list->columnOf(key);
-        if (std::exchange(first, false) && column != 0) storePosition(globals, *list, column, shown);
-        if (column == 0) continue;
-        list->setColumnWidth(column, shown ? captionWidth(globals, list->column(column).caption) : 0);
-        core::AutoSizeColumns(*list, 0);
-    }
+    base::ignoring([&] { storePosition(globals, key, shown); });
+    const base::Font font = resourceFont(globals);
+    for (const auto& list : globals.LogViews.all())
+        if (const int column = list->columnOf(key))
+            showInList(globals.platform.measurer, font, *list, column, shown);
 }
 
 } // namespace cvlog::view

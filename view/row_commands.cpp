@@ -1,21 +1,18 @@
 #include "view/row_commands.h"
 
 #include "base/failure.h"
+#include "core/log_row_kind.h"
 #include "details/expansion.h"
-
-#include <deque>
 
 namespace cvlog::view {
 
 namespace {
 
-constexpr std::int32_t kHourglass = 11;
-
 /// The host's busy pointer, as long as it lives; then the one before.
 class BusyPointer {
 public:
     explicit BusyPointer(const hostapi::Workspace& workspace)
-        : workspace_(workspace), before_(workspace.setMainWindowCursor(kHourglass)) {}
+        : workspace_(workspace), before_(workspace_.setMainWindowCursor(hostapi::kHourglass)) {}
     ~BusyPointer() {
         base::ignoring([&] { workspace_.setMainWindowCursor(before_); });
     }
@@ -23,9 +20,11 @@ public:
     BusyPointer& operator=(const BusyPointer&) = delete;
 
 private:
-    hostapi::Workspace workspace_;
+    hostapi::Workspace workspace_; // its own: the host may close the log meanwhile
     std::int32_t before_;
 };
+
+constexpr std::u16string_view kLineEnd = u"\r\n";
 
 void appendLine(std::u16string& text, const widgets::RowContent& row, int columns) {
     text += row.text();
@@ -33,36 +32,69 @@ void appendLine(std::u16string& text, const widgets::RowContent& row, int column
         text += u'\t';
         text += row.columnText(column);
     }
-    text += u"\r\n";
+    text += kLineEnd;
 }
 
-std::vector<widgets::RowId> selectedRows(const widgets::ListView& list) {
-    std::vector<widgets::RowId> rows;
-    for (int position = 1; position <= list.rowCount(); ++position)
-        if (list.isSelected(position)) rows.push_back(list.idAt(position));
-    return rows;
+std::u16string selectedText(const widgets::ListView& list) {
+    std::u16string text;
+    int left = list.selectedCount();
+    for (int position = 1; left > 0; ++position) {
+        if (!list.isSelected(position)) continue;
+        appendLine(text, list.row(position), list.columnCount());
+        --left;
+    }
+    return text;
+}
+
+/// The rows that were selected at one moment, from the last one up.
+class SelectedRows {
+public:
+    explicit SelectedRows(const widgets::ListView& list) : guess_(list.rowCount()) {
+        rows_.reserve(static_cast<std::size_t>(list.selectedCount()));
+        for (int position = 1; position <= list.rowCount(); ++position)
+            if (list.isSelected(position)) rows_.push_back(list.idAt(position));
+    }
+
+    bool done() const noexcept { return rows_.empty(); }
+    void next() noexcept { rows_.pop_back(); }
+    /// Where the row is now; 0 when it has gone.
+    int position(const widgets::ListView& list) noexcept {
+        const int found = list.positionOf(rows_.back(), guess_);
+        if (found != 0) guess_ = found;
+        return found;
+    }
+
+private:
+    std::vector<widgets::RowId> rows_;
+    int guess_;
+};
+
+// Up to an open entry, which takes the host to close. Answers its place; 0 when all rows are done.
+int removeUpToOpenEntry(core::Globals& globals, const core::LogViews::ListRef& list, SelectedRows& rows) {
+    const core::BatchOfAll batch(globals.LogViews);
+    for (; !rows.done(); rows.next()) {
+        const int position = rows.position(*list);
+        if (position == 0) continue;
+        if (core::IsExpanded(*list, position)) return position;
+        details::RemoveLogRow(globals, list, position);
+    }
+    return 0;
 }
 
 } // namespace
 
-void CopyRows(core::Globals& globals, const core::LogViews::ListRef& list) {
+void CopyRows(core::Globals& globals, core::LogViews::ListRef list) {
     const BusyPointer busy(globals.store.Workspace);
-    std::u16string text;
-    for (int position = 1; position <= list->rowCount(); ++position)
-        if (list->isSelected(position)) appendLine(text, list->row(position), list->columnCount());
-    globals.platform.clipboard.setText(text);
+    globals.platform.clipboard.setText(selectedText(*list));
 }
 
-void DeleteRows(core::Globals& globals, const core::LogViews::ListRef& list) {
+void DeleteRows(core::Globals& globals, core::LogViews::ListRef list) {
+    if (globals.ExpansionBusy) return;
     const BusyPointer busy(globals.store.Workspace);
-    const std::vector<widgets::RowId> rows = selectedRows(*list);
-    const std::vector<core::LogViews::ListRef> lists = globals.LogViews.all();
-    std::deque<widgets::ListView::Batch> batches;
-    for (const auto& each : lists) batches.emplace_back(*each);
-    int place = list->rowCount();
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-        place = list->positionOf(*row, place);
-        if (place != 0) details::RemoveLogRow(globals, list, place);
+    SelectedRows rows(*list);
+    while (const int openEntry = removeUpToOpenEntry(globals, list, rows)) {
+        details::RemoveLogRow(globals, list, openEntry);
+        rows.next();
     }
 }
 

@@ -8,14 +8,21 @@ namespace cvlog::view {
 
 namespace {
 
-bool sameRow(const widgets::RowContent& left, const widgets::RowContent& right) {
+bool looksTheSame(const widgets::RowContent& left, const widgets::RowContent& right) {
     return base::equalsIgnoringCase(left.text(), right.text()) &&
            base::equalsIgnoringCase(left.tag(), right.tag());
 }
 
+// A row that another place of the source has too is that one, however much it looks like this one.
+bool sameRow(const widgets::ListView& source, const widgets::ListView& target, int position) {
+    if (source.idAt(position) == target.idAt(position)) return true;
+    return looksTheSame(source.row(position), target.row(position)) &&
+           source.positionOf(target.idAt(position), position) == 0;
+}
+
 void insertMissingRows(const widgets::ListView& source, widgets::ListView& target) {
     for (int i = 1; i <= source.rowCount(); ++i)
-        if (target.rowCount() < i || !sameRow(source.row(i), target.row(i))) target.insertCopy(i, source, i);
+        if (target.rowCount() < i || !sameRow(source, target, i)) target.insertCopy(i, source, i);
 }
 
 void takeOverSorting(const widgets::ListView& source, widgets::ListView& target) {

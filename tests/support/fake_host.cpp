@@ -62,6 +62,9 @@ void FakeHost::fillWorkspace() {
     workspace->on(u"GetHelpFile", [](std::span<Value> arguments) {
         return Value(u"C:\\Prod\\" + automation::toText(arguments[0]));
     });
+    workspace->on(u"SetMainWindowCursor", [this](std::span<Value> arguments) {
+        return Value(std::exchange(cursor, automation::toInt32(arguments[0])));
+    });
 }
 
 std::shared_ptr<ScriptObject> FakeHost::addType(std::u16string key, std::u16string displayName,

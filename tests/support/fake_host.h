@@ -30,6 +30,7 @@ public:
     std::map<std::u16string, std::shared_ptr<ScriptObject>> objects; // by identifier
     std::map<std::int32_t, std::u16string> names;                    // what GetCalvettaName answers
     std::int32_t compositeMask = 6;
+    std::int32_t cursor = 0; // of the main window
 
     std::shared_ptr<ScriptObject> addType(std::u16string key, std::u16string displayName, std::int32_t bit);
     std::shared_ptr<ScriptObject> addObject(std::u16string id, std::u16string name,

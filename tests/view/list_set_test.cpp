@@ -35,7 +35,8 @@ TEST_F(ListSet, ResetsEveryList) {
     for (const std::size_t index : {0U, 1U, 2U}) {
         EXPECT_EQ(world.list(index).rowCount(), 0);
         EXPECT_FALSE(world.list(index).sorted());
-        EXPECT_EQ(world.list(index).sortKey(), 2) << "the key and the order stay";
+        EXPECT_EQ(world.list(index).sortKey(), 0) << "as in a new list";
+        EXPECT_EQ(world.list(index).sortOrder(), widgets::SortOrder::Ascending);
         for (int column = 1; column <= 7; ++column)
             EXPECT_EQ(world.list(index).column(column).icon, u"SortEmpty");
         EXPECT_EQ(platform::headless::peerOf(world.list(index)).told("repaint"), 1);
