@@ -9,6 +9,7 @@
 #include "view/list_object.h"
 #include "view/log_columns.h"
 #include "view/log_control_ids.h"
+#include "view/log_describer.h"
 #include "view/row_copy.h"
 
 namespace cvlog::view {
@@ -20,6 +21,7 @@ LogControl::LogControl(core::Globals& globals)
       controls_(makeControls({{u"lvLog", makeListObject(lvLog_)}})),
       font_(globals.platform.fonts, [this](const base::Font& font) { fontChanged(font); }) {
     LocaliseColumns(globals_, *lvLog_);
+    lvLog_->setDescriber(std::make_shared<LogDescriber>(globals_.platform.language));
     lvLog_->attach(globals_.platform.peers.makeListView(*lvLog_));
     base::ignoring([&] { globals_.LogViews.add(lvLog_); });
     try {

@@ -7,6 +7,7 @@
 #include "ports/text_measurer.h"
 #include "widgets/gap_buffer.h"
 #include "widgets/image_list.h"
+#include "widgets/list_describer.h"
 #include "widgets/list_view_peer.h"
 #include "widgets/row_content.h"
 #include "widgets/row_keys.h"
@@ -55,6 +56,9 @@ public:
     /// Not owned; null while nobody listens.
     void setOwner(ListViewOwner* owner) noexcept { owner_ = owner; }
     ListViewOwner* owner() const noexcept { return owner_; }
+    /// Null while nobody can say more about the rows than their texts.
+    void setDescriber(std::shared_ptr<const ListDescriber> describer) { describer_ = std::move(describer); }
+    const ListDescriber* describer() const noexcept { return describer_.get(); }
     /// 0 without a peer.
     std::int32_t windowHandle() const;
 
@@ -187,6 +191,7 @@ private:
     ports::TextMeasurer& measurer_;
     std::shared_ptr<ListViewPeer> peer_;
     ListViewOwner* owner_ = nullptr;
+    std::shared_ptr<const ListDescriber> describer_;
     GapBuffer<Entry> rows_;
     RowKeyBook rowKeys_;
     std::shared_ptr<RowIds> rowIds_;
