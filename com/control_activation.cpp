@@ -42,6 +42,7 @@ HRESULT ControlShell::activateInPlace() {
     }
     inPlaceSite_ = site;
     inPlaceActive_ = true;
+    picture_.setActive(true);
     if (window()) window()->moveTo(parent, position);
     if (inPlaceActive_) clientSite->ShowObject();
     return inPlaceActive_ ? S_OK : E_FAIL;
@@ -81,6 +82,7 @@ STDMETHODIMP ControlShell::InPlaceDeactivate() {
         const ComPtr<IUnknown> keep(outer());
         UIDeactivate();
         inPlaceActive_ = false;
+        picture_.setActive(false);
         if (window()) window()->park();
         frame_.Reset();
         const ComPtr<IOleInPlaceSite> site = inPlaceSite_;

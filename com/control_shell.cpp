@@ -12,7 +12,7 @@ namespace cvlog::com {
 
 namespace {
 
-constexpr SIZEL kDefaultExtent = {12'000, 6'000}; // in hundredths of a millimetre
+constexpr int kViewDelay = 1; // milliseconds
 constexpr DWORD kMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
                               OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
 
@@ -21,16 +21,19 @@ constexpr DWORD kMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE
 ControlShell::ControlShell(IUnknown* outer, std::shared_ptr<Apartment> apartment)
     : DispatchShell(outer, apartment, std::make_shared<view::LogControl>(apartment->globals())),
       notifications_(*this, *this), persistence_(*this, control(), apartment->globals().platform.fonts),
-      extent_(kDefaultExtent) {
+      picture_(control(), apartment->globals().platform.peers),
+      viewTimer_(apartment->globals().platform.peers, kViewDelay, [this] { tellViewChanged(); }) {
     control().focusChanged = [this](bool got) { focusChanged(got); };
     control().mayChange = [this](std::int32_t property) { return mayChange(property); };
     control().propertyChanged = [this](std::int32_t property) { propertyChanged(property); };
+    window()->viewChanged = [this] { viewChanged(); };
 }
 
 ControlShell::~ControlShell() {
     control().focusChanged = nullptr;
     control().mayChange = nullptr;
     control().propertyChanged = nullptr;
+    if (window()) window()->viewChanged = nullptr;
 }
 
 void* ControlShell::interfaceOf(REFIID id) noexcept {
@@ -38,7 +41,8 @@ void* ControlShell::interfaceOf(REFIID id) noexcept {
     if (id == IID_IOleInPlaceObject || id == IID_IOleWindow) return static_cast<IOleInPlaceObject*>(this);
     if (id == IID_IOleInPlaceActiveObject) return static_cast<IOleInPlaceActiveObject*>(this);
     if (id == IID_IOleControl) return static_cast<IOleControl*>(this);
-    if (id == IID_IViewObject || id == IID_IViewObject2) return static_cast<IViewObject2*>(this);
+    if (id == IID_IViewObject || id == IID_IViewObject2 || id == IID_IViewObjectEx)
+        return static_cast<IViewObjectEx*>(this);
     if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2)
         return static_cast<IProvideClassInfo2*>(this);
     if (id == IID_IConnectionPointContainer) return static_cast<IConnectionPointContainer*>(this);
@@ -140,14 +144,18 @@ STDMETHODIMP ControlShell::GetUserType(DWORD, LPOLESTR* type) {
 STDMETHODIMP ControlShell::SetExtent(DWORD aspect, SIZEL* size) {
     if (!size) return E_POINTER;
     if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
-    extent_ = *size;
-    return S_OK;
+    if (size->cx < 0 || size->cy < 0) return E_INVALIDARG;
+    return firewall([&] {
+        picture_.setExtent(*size);
+        viewChanged();
+        return S_OK;
+    });
 }
 
 STDMETHODIMP ControlShell::GetExtent(DWORD aspect, SIZEL* size) {
     if (!size) return E_POINTER;
     if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
-    *size = extent_;
+    *size = picture_.extent();
     return S_OK;
 }
 

@@ -2,9 +2,12 @@
 
 #include "com/com_ptr.h"
 #include "com/control_persistence.h"
+#include "com/control_picture.h"
 #include "com/dispatch_shell.h"
 #include "com/notify_point.h"
+#include "com/view_advice.h"
 #include "view/log_control.h"
+#include "widgets/timer.h"
 
 #include <windows.h>
 
@@ -24,7 +27,7 @@ class ControlShell final : public DispatchShell,
                            public IOleInPlaceObject,
                            public IOleInPlaceActiveObject,
                            public IOleControl,
-                           public IViewObject2,
+                           public IViewObjectEx,
                            public IProvideClassInfo2,
                            public IConnectionPointContainer {
 public:
@@ -80,7 +83,7 @@ public:
     STDMETHODIMP OnAmbientPropertyChange(DISPID property) override;
     STDMETHODIMP FreezeEvents(BOOL freeze) override;
 
-    // IViewObject2
+    // IViewObjectEx
     STDMETHODIMP Draw(DWORD aspect, LONG index, void* hints, DVTARGETDEVICE* device, HDC target, HDC draw,
                       LPCRECTL bounds, LPCRECTL windowBounds, BOOL(STDMETHODCALLTYPE* proceed)(ULONG_PTR),
                       ULONG_PTR proceedArgument) override;
@@ -91,6 +94,14 @@ public:
     STDMETHODIMP SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) override;
     STDMETHODIMP GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) override;
     STDMETHODIMP GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, LPSIZEL size) override;
+    STDMETHODIMP GetRect(DWORD aspect, LPRECTL area) override;
+    STDMETHODIMP GetViewStatus(DWORD* status) override;
+    STDMETHODIMP QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT place, LONG closeness,
+                               DWORD* result) override;
+    STDMETHODIMP QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT place, LONG closeness,
+                              DWORD* result) override;
+    STDMETHODIMP GetNaturalExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, HDC target,
+                                  DVEXTENTINFO* wanted, LPSIZEL size) override;
 
     // IProvideClassInfo2
     STDMETHODIMP GetClassInfo(ITypeInfo** info) override;
@@ -112,6 +123,10 @@ private:
     HRESULT activateInPlace();
     HRESULT activateUserInterface();
     void focusChanged(bool got);
+    /// The picture is another one now. Who listens hears of it from the message loop, once for all changes until then:
+    /// who changes something must not meet foreign code halfway.
+    void viewChanged();
+    void tellViewChanged();
     bool mayChange(DISPID property);
     void propertyChanged(DISPID property);
     /// DISPID_UNKNOWN for all of them. What the container does not say stays as it is without a container.
@@ -123,10 +138,9 @@ private:
     ComPtr<IOleInPlaceSite> inPlaceSite_;
     ComPtr<IOleInPlaceFrame> frame_;
     ComPtr<IOleAdviseHolder> advises_;
-    ComPtr<IAdviseSink> viewSink_;
-    DWORD viewAspects_ = 0;
-    DWORD viewFlags_ = 0;
-    SIZEL extent_;
+    ControlPicture picture_;
+    ViewAdvice viewAdvice_;
+    widgets::Timer viewTimer_;
     bool inPlaceActive_ = false;
     bool userInterfaceActive_ = false;
 };

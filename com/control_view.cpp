@@ -2,26 +2,34 @@
 
 #include "com/control_shell.h"
 
+#include "base/failure.h"
 #include "com/firewall.h"
-#include "platform/win32/list_view_window.h"
 
 namespace cvlog::com {
 
-STDMETHODIMP ControlShell::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC draw, LPCRECTL bounds,
-                                LPCRECTL, BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) {
-    if (!bounds) return E_POINTER;
-    if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
-    if (!window()) return E_FAIL;
-    const int saved = SaveDC(draw);
-    IntersectClipRect(draw, bounds->left, bounds->top, bounds->right, bounds->bottom);
-    POINT corner{bounds->left, bounds->top};
-    LPtoDP(draw, &corner, 1); // the container's origin may be anywhere
-    SetWindowOrgEx(draw, 0, 0, nullptr);
-    SetViewportOrgEx(draw, corner.x, corner.y, nullptr);
-    SendMessageW(window()->list(), WM_PRINT, reinterpret_cast<WPARAM>(draw),
-                 PRF_CLIENT | PRF_NONCLIENT | PRF_CHILDREN | PRF_ERASEBKGND);
-    RestoreDC(draw, saved);
-    return S_OK;
+void ControlShell::viewChanged() {
+    if (viewAdvice_.isWanted()) base::ignoring([this] { viewTimer_.enable(); });
+}
+
+void ControlShell::tellViewChanged() {
+    const ComPtr<IUnknown> keep(outer());
+    viewTimer_.disable();
+    viewAdvice_.tell();
+}
+
+STDMETHODIMP ControlShell::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE* device, HDC target, HDC draw,
+                                LPCRECTL bounds, LPCRECTL, BOOL(STDMETHODCALLTYPE* proceed)(ULONG_PTR),
+                                ULONG_PTR proceedArgument) {
+    return firewall([&]() -> HRESULT {
+        if (!bounds) return E_POINTER;
+        if (!draw) return E_INVALIDARG;
+        if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+        const ComPtr<IUnknown> keep(outer());
+        if (proceed && !proceed(proceedArgument)) return E_ABORT;
+        const RECT place = {bounds->left, bounds->top, bounds->right, bounds->bottom};
+        picture_.draw(draw, place, device ? target : nullptr);
+        return S_OK;
+    });
 }
 
 STDMETHODIMP ControlShell::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, LOGPALETTE** colours) {
@@ -35,23 +43,47 @@ STDMETHODIMP ControlShell::Unfreeze(DWORD) { return E_NOTIMPL; }
 STDMETHODIMP ControlShell::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
     return firewall([&] {
         const ComPtr<IUnknown> keep(outer());
-        const ComPtr<IAdviseSink> before = viewSink_; // it goes when everything here is in order
-        viewAspects_ = aspects;
-        viewFlags_ = flags;
-        viewSink_ = sink;
-        if (sink && (flags & ADVF_PRIMEFIRST)) sink->OnViewChange(DVASPECT_CONTENT, -1);
-        return S_OK;
+        return viewAdvice_.set(aspects, flags, sink);
     });
 }
 
 STDMETHODIMP ControlShell::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
-    if (aspects) *aspects = viewAspects_;
-    if (flags) *flags = viewFlags_;
-    return sink ? viewSink_.CopyTo(sink) : S_OK;
+    return viewAdvice_.get(aspects, flags, sink);
 }
 
 STDMETHODIMP ControlShell::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, LPSIZEL size) {
     return GetExtent(aspect, size);
+}
+
+STDMETHODIMP ControlShell::GetRect(DWORD aspect, LPRECTL area) {
+    if (!area) return E_POINTER;
+    if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+    *area = {0, 0, picture_.extent().cx, picture_.extent().cy};
+    return S_OK;
+}
+
+STDMETHODIMP ControlShell::GetViewStatus(DWORD* status) {
+    return status ? (*status = VIEWSTATUS_OPAQUE, S_OK) : E_POINTER;
+}
+
+STDMETHODIMP ControlShell::QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT place, LONG, DWORD* result) {
+    if (!bounds || !result) return E_POINTER;
+    if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+    *result = PtInRect(bounds, place) ? HITRESULT_HIT : HITRESULT_OUTSIDE;
+    return S_OK;
+}
+
+STDMETHODIMP ControlShell::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT place, LONG, DWORD* result) {
+    if (!bounds || !place || !result) return E_POINTER;
+    if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+    RECT common{};
+    *result = IntersectRect(&common, bounds, place) ? HITRESULT_HIT : HITRESULT_OUTSIDE;
+    return S_OK;
+}
+
+// Every size suits a list.
+STDMETHODIMP ControlShell::GetNaturalExtent(DWORD, LONG, DVTARGETDEVICE*, HDC, DVEXTENTINFO*, LPSIZEL) {
+    return E_NOTIMPL;
 }
 
 } // namespace cvlog::com

@@ -36,6 +36,7 @@ public:
     HWND frame() const noexcept { return frame_; }
     HWND list() const noexcept { return list_; }
     void setEvents(ListFrameEvents* events) noexcept { events_ = events; }
+    bool tells(const ListFrameEvents* events) const noexcept { return events_ == events; }
     void moveTo(HWND parent, const RECT& area) noexcept;
     void park() noexcept;
     void postLater() noexcept;

@@ -54,6 +54,11 @@ bool ListInput::isInput(UINT message) noexcept {
     return message == WM_KEYDOWN || message == WM_SYSKEYDOWN || message == WM_CHAR || buttonMessage(message);
 }
 
+bool ListInput::isPress(UINT message) noexcept {
+    const ButtonMessage* known = buttonMessage(message);
+    return known && known->edge == Edge::Down;
+}
+
 bool ListInput::before(UINT message, WPARAM& wParam) {
     switch (message) {
     case WM_KEYDOWN:
@@ -71,8 +76,8 @@ bool ListInput::before(UINT message, WPARAM& wParam) {
     default:
         break;
     }
-    if (const ButtonMessage* known = buttonMessage(message); known && known->edge == Edge::Down) {
-        pressed_ = known->button;
+    if (isPress(message)) {
+        pressed_ = buttonMessage(message)->button;
         clicked_ = false;
     }
     return false;

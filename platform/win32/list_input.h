@@ -34,6 +34,8 @@ public:
     explicit ListInput(const OwnerCalls& owner) noexcept : owner_(owner) {}
 
     static bool isInput(UINT message) noexcept;
+    /// A mouse button goes down.
+    static bool isPress(UINT message) noexcept;
     /// True when the list must not see the message. The list may be gone afterwards.
     bool before(UINT message, WPARAM& wParam);
     /// The list may be gone afterwards.

@@ -1,5 +1,6 @@
 // What happens in a list's window: what the user does, and what the system asks and tells.
 
+#include "base/failure.h"
 #include "platform/win32/list_cells.h"
 #include "platform/win32/list_view_window.h"
 #include "platform/win32/screen_units.h"
@@ -13,16 +14,26 @@ bool ListViewWindow::beforeMessage(UINT message, WPARAM& wParam, LPARAM lParam, 
         return true;
     }
     if (message == WM_PAINT) paintFromTheEdge();
+    if (ListInput::isPress(message) && !tellMousePressed()) return true;
     return input_.before(message, wParam);
 }
 
 void ListViewWindow::afterMessage(UINT message, WPARAM, LPARAM lParam, LRESULT result) {
     if (!list()) return; // a parent took it along
-    if (const NMHEADERW* notice = headerNotice(message, lParam))
+    if (const NMHEADERW* notice = headerNotice(message, lParam)) {
         if (columns_.userChanged(*notice, result != 0, dpi_)) frame_->postLater();
+        tellViewChanged();
+    }
     if (!ListInput::isInput(message)) return;
     selection_.pullIfMissed(list());
     input_.after(message);
+}
+
+bool ListViewWindow::tellMousePressed() {
+    const std::shared_ptr<ListFrame> frame = frame_;
+    const auto handler = mousePressed;
+    if (handler) base::ignoring(handler);
+    return frame->tells(this);
 }
 
 /// Rows are painted from edge to edge, but not all systems ask for the first pixels when a row's state changes.
@@ -59,6 +70,10 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
     case LVN_ITEMCHANGED:
     case LVN_ODSTATECHANGED:
         itemsChanged(header);
+        tellViewChanged();
+        break;
+    case LVN_ENDSCROLL:
+        tellViewChanged();
         break;
     case NM_CLICK:
     case NM_RCLICK:

@@ -34,8 +34,15 @@ void ListViewWindow::releaseResources() noexcept {
 
 void ListViewWindow::moveTo(HWND parent, RECT area) {
     frame_->moveTo(parent, area);
-    if (frame() && windowDpi(frame()) != dpi_) appearanceChanged();
+    if (frame() && resolution() != dpi_) appearanceChanged();
 }
+
+void ListViewWindow::fixResolution(int dpi) {
+    fixedDpi_ = dpi;
+    appearanceChanged();
+}
+
+int ListViewWindow::resolution() const noexcept { return fixedDpi_ > 0 ? fixedDpi_ : windowDpi(frame()); }
 
 void ListViewWindow::batchEnded() {
     inBatch_ = false;
@@ -125,6 +132,13 @@ void ListViewWindow::flush() {
     scroll(work.scroll);
     if (work.repaint)
         RedrawWindow(list(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    const bool moved = work.scrolledBefore.row != 0 || work.scroll.row != 0;
+    if (work.appearance || work.columns || work.rows || work.selection || work.firstChanged > 0 || moved)
+        tellViewChanged();
+}
+
+void ListViewWindow::tellViewChanged() const noexcept {
+    if (viewChanged) base::ignoring([this] { viewChanged(); });
 }
 
 void ListViewWindow::scroll(const Scroll& wanted) {
@@ -133,7 +147,7 @@ void ListViewWindow::scroll(const Scroll& wanted) {
 }
 
 void ListViewWindow::applyAppearance() {
-    const int dpi = windowDpi(frame());
+    const int dpi = resolution();
     if (dpi != dpi_) {
         dpi_ = dpi;
         shownFont_.reset();

@@ -9,6 +9,7 @@
 #include "platform/win32/list_selection.h"
 #include "widgets/list_view.h"
 
+#include <functional>
 #include <optional>
 
 namespace cvlog::platform::win32 {
@@ -33,6 +34,13 @@ public:
     void moveTo(HWND parent, RECT area);
     /// Back under the host window, out of sight.
     void park() noexcept { frame_->park(); }
+    /// Shows the list at that resolution from now on, whatever the window's is.
+    void fixResolution(int dpi);
+
+    /// Called when the window shows something else, whoever changed it, and when a mouse button goes down in it. The
+    /// latter's handler may do anything, the former's must not change the list.
+    std::function<void()> viewChanged;
+    std::function<void()> mousePressed;
 
     void batchBegan() override { inBatch_ = true; }
     void batchEnded() override;
@@ -70,6 +78,10 @@ private:
 
     void changed();
     void flush();
+    void tellViewChanged() const noexcept;
+    /// False when the list is gone now.
+    bool tellMousePressed();
+    int resolution() const noexcept;
     void scroll(const Scroll& wanted);
     void paintFromTheEdge() const noexcept;
     void applyAppearance();
@@ -101,6 +113,7 @@ private:
     FontHandle font_;
     std::optional<base::Font> shownFont_;
     int dpi_ = 0;
+    int fixedDpi_ = 0; // 0: the window's
     bool inBatch_ = false;
     Pending pending_;
 };

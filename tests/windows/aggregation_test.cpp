@@ -40,7 +40,8 @@ const IID kControlInterfaces[] = {IID_IDispatch,          com::kControlInterface
                                   IID_IProvideClassInfo2, IID_IOleObject,
                                   IID_IOleWindow,         IID_IOleInPlaceObject,
                                   IID_IOleControl,        IID_IOleInPlaceActiveObject,
-                                  IID_IViewObject,        IID_IViewObject2};
+                                  IID_IViewObject,        IID_IViewObject2,
+                                  IID_IViewObjectEx};
 
 class Aggregation : public ComTest {
 protected:
