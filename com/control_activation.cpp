@@ -3,10 +3,13 @@
 
 #include "com/control_shell.h"
 
+#include "com/control_keys.h"
 #include "com/firewall.h"
 #include "platform/win32/list_view_window.h"
 
 #include <olectl.h>
+
+#include <utility>
 
 namespace cvlog::com {
 
@@ -32,18 +35,18 @@ HRESULT ControlShell::activateInPlace() {
     RECT clip = {};
     OLEINPLACEFRAMEINFO info = {};
     info.cb = sizeof info;
-    ComPtr<IOleInPlaceUIWindow> document;
     if (FAILED(result = site->GetWindow(&parent))) return result;
-    if (FAILED(result = site->GetWindowContext(&frame_, &document, &position, &clip, &info))) return result;
+    if (FAILED(result = site->GetWindowContext(&frame_, &document_, &position, &clip, &info))) return result;
     if (FAILED(result = site->OnInPlaceActivate())) return result;
     if (site_.Get() != clientSite.Get()) {
         frame_.Reset();
+        document_.Reset();
         return E_FAIL;
     }
     inPlaceSite_ = site;
     inPlaceActive_ = true;
     picture_.setActive(true);
-    if (window()) window()->moveTo(parent, position);
+    placeWindow(parent, position, clip);
     if (inPlaceActive_) clientSite->ShowObject();
     return inPlaceActive_ ? S_OK : E_FAIL;
 }
@@ -55,9 +58,32 @@ HRESULT ControlShell::activateUserInterface() {
     if (FAILED(result)) return result;
     if (!inPlaceActive_) return E_FAIL;
     userInterfaceActive_ = true;
-    const ComPtr<IOleInPlaceFrame> frame = frame_;
-    if (frame) frame->SetActiveObject(static_cast<IOleInPlaceActiveObject*>(this), nullptr);
-    return S_OK;
+    const ComPtr<IOleInPlaceUIWindow> around[] = {frame_, document_};
+    for (const auto& each : around) {
+        if (!each || !userInterfaceActive_) continue;
+        each->SetActiveObject(static_cast<IOleInPlaceActiveObject*>(this), nullptr);
+        each->SetBorderSpace(nullptr); // the list has no tools: the container's stay
+    }
+    return userInterfaceActive_ ? S_OK : E_FAIL;
+}
+
+// A part of the window that the container covers or has scrolled away is cut off; an empty clip says nothing.
+void ControlShell::placeWindow(HWND parent, const RECT& position, const RECT& clip) {
+    if (!window()) return;
+    window()->moveTo(parent, position);
+    RECT seen = position;
+    if (!IsRectEmpty(&clip)) IntersectRect(&seen, &position, &clip);
+    const bool isCut = !EqualRect(&seen, &position) && !IsRectEmpty(&position);
+    if (!window() || (!isCut && !clipped_)) return;
+    clipped_ = isCut;
+    OffsetRect(&seen, -position.left, -position.top);
+    const HRGN region = isCut ? CreateRectRgnIndirect(&seen) : nullptr;
+    if (!SetWindowRgn(window()->frame(), region, TRUE) && region) DeleteObject(region);
+}
+
+void ControlShell::mousePressed() {
+    const ComPtr<IUnknown> keep(outer());
+    if (inPlaceActive_) activateUserInterface();
 }
 
 void ControlShell::focusChanged(bool got) {
@@ -81,10 +107,16 @@ STDMETHODIMP ControlShell::InPlaceDeactivate() {
         if (!inPlaceActive_) return S_OK;
         const ComPtr<IUnknown> keep(outer());
         UIDeactivate();
+        giveFocusBack();
+        if (!inPlaceActive_) return S_OK; // who was told did it
         inPlaceActive_ = false;
         picture_.setActive(false);
-        if (window()) window()->park();
+        if (window()) {
+            if (std::exchange(clipped_, false)) SetWindowRgn(window()->frame(), nullptr, FALSE);
+            window()->park();
+        }
         frame_.Reset();
+        document_.Reset();
         const ComPtr<IOleInPlaceSite> site = inPlaceSite_;
         inPlaceSite_.Reset();
         if (site) site->OnInPlaceDeactivate();
@@ -92,25 +124,35 @@ STDMETHODIMP ControlShell::InPlaceDeactivate() {
     });
 }
 
+void ControlShell::giveFocusBack() {
+    const ComPtr<IOleInPlaceSite> site = inPlaceSite_;
+    HWND container = nullptr;
+    if (window() && window()->list() && GetFocus() == window()->list() && site &&
+        SUCCEEDED(site->GetWindow(&container)))
+        SetFocus(container);
+}
+
 STDMETHODIMP ControlShell::UIDeactivate() {
     return firewall([&] {
         if (!userInterfaceActive_) return S_OK;
         const ComPtr<IUnknown> keep(outer());
         userInterfaceActive_ = false;
-        const ComPtr<IOleInPlaceFrame> frame = frame_;
-        if (frame) frame->SetActiveObject(nullptr, nullptr);
+        const ComPtr<IOleInPlaceUIWindow> around[] = {frame_, document_};
+        for (const auto& each : around)
+            if (each) each->SetActiveObject(nullptr, nullptr);
         const ComPtr<IOleInPlaceSite> site = inPlaceSite_;
         if (site) site->OnUIDeactivate(FALSE);
         return S_OK;
     });
 }
 
-STDMETHODIMP ControlShell::SetObjectRects(LPCRECT position, LPCRECT) {
+STDMETHODIMP ControlShell::SetObjectRects(LPCRECT position, LPCRECT clip) {
     return firewall([&]() -> HRESULT {
         if (!position) return E_POINTER;
+        const ComPtr<IUnknown> keep(outer());
         HWND parent = nullptr;
-        if (inPlaceActive_ && window() && inPlaceSite_ && SUCCEEDED(inPlaceSite_->GetWindow(&parent)))
-            window()->moveTo(parent, *position);
+        if (inPlaceActive_ && inPlaceSite_ && SUCCEEDED(inPlaceSite_->GetWindow(&parent)))
+            placeWindow(parent, *position, clip ? *clip : RECT{});
         return S_OK;
     });
 }
@@ -120,17 +162,17 @@ STDMETHODIMP ControlShell::ReactivateAndUndo() { return INPLACE_E_NOTUNDOABLE; }
 STDMETHODIMP ControlShell::TranslateAccelerator(LPMSG message) {
     return firewall([&]() -> HRESULT {
         if (!message) return E_POINTER;
+        const ComPtr<IUnknown> keep(outer());
+        const DWORD modifiers = keyModifiers();
         const bool isList = window() && message->hwnd == window()->list();
-        const WPARAM key = message->wParam;
-        // The list's own keys: a container that treats them as dialog keys would move the focus away.
-        const bool isListKey = (key >= VK_PRIOR && key <= VK_DOWN) || key == VK_RETURN;
-        if (isList && message->message == WM_KEYDOWN && isListKey) {
-            SendMessageW(message->hwnd, message->message, message->wParam, message->lParam);
+        if (isList && isKeyOfList(*message, modifiers)) {
+            if (typesText(message->wParam)) TranslateMessage(message);
+            DispatchMessageW(message);
             return S_OK;
         }
         ComPtr<IOleControlSite> controlSite;
-        if (site_ && SUCCEEDED(site_.As(&controlSite))) return controlSite->TranslateAccelerator(message, 0);
-        return S_FALSE;
+        const bool isOffered = site_ && SUCCEEDED(site_.As(&controlSite));
+        return isOffered ? controlSite->TranslateAccelerator(message, modifiers) : S_FALSE;
     });
 }
 

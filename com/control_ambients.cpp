@@ -4,6 +4,7 @@
 #include "com/control_shell.h"
 #include "com/variants.h"
 #include "hostapi/font_object.h"
+#include "platform/win32/list_view_window.h"
 
 #include <olectl.h>
 
@@ -26,9 +27,9 @@ automation::Value ambient(IOleClientSite* site, DISPID id) {
 }
 
 // A container that says nonsense is as one that says nothing.
-bool isDesigning(const automation::Value& userMode) {
-    if (userMode.isNothing()) return false;
-    return base::valueOr(false, [&userMode] { return !automation::toBoolean(userMode); });
+bool truthOf(const automation::Value& value, bool otherwise) {
+    if (value.isNothing()) return otherwise;
+    return base::valueOr(otherwise, [&value] { return automation::toBoolean(value); });
 }
 
 std::optional<base::Font> fontOf(const automation::Value& font) {
@@ -43,7 +44,12 @@ void ControlShell::readAmbients(DISPID property) {
     const ComPtr<IOleClientSite> site = site_;
     const bool all = property == DISPID_UNKNOWN;
     if (all || property == DISPID_AMBIENT_USERMODE)
-        control().setDesignMode(isDesigning(ambient(site.Get(), DISPID_AMBIENT_USERMODE)));
+        control().setDesignMode(!truthOf(ambient(site.Get(), DISPID_AMBIENT_USERMODE), true));
+    if (all || property == DISPID_AMBIENT_UIDEAD) {
+        const bool isDead = truthOf(ambient(site.Get(), DISPID_AMBIENT_UIDEAD), false);
+        if (isDead) giveFocusBack();
+        if (window()) EnableWindow(window()->frame(), !isDead); // the list itself stays as its property says
+    }
     if (all || property == DISPID_AMBIENT_FONT)
         control().setAmbientFont(fontOf(ambient(site.Get(), DISPID_AMBIENT_FONT)));
 }

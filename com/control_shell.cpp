@@ -27,13 +27,14 @@ ControlShell::ControlShell(IUnknown* outer, std::shared_ptr<Apartment> apartment
     control().mayChange = [this](std::int32_t property) { return mayChange(property); };
     control().propertyChanged = [this](std::int32_t property) { propertyChanged(property); };
     window()->viewChanged = [this] { viewChanged(); };
+    window()->mousePressed = [this] { mousePressed(); };
 }
 
 ControlShell::~ControlShell() {
     control().focusChanged = nullptr;
     control().mayChange = nullptr;
     control().propertyChanged = nullptr;
-    if (window()) window()->viewChanged = nullptr;
+    if (window()) window()->viewChanged = window()->mousePressed = nullptr;
 }
 
 void* ControlShell::interfaceOf(REFIID id) noexcept {
@@ -116,8 +117,13 @@ STDMETHODIMP ControlShell::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND,
         case OLEIVERB_HIDE:
             UIDeactivate();
             return InPlaceDeactivate();
-        default:
-            return verb > 0 ? OLEOBJ_S_INVALIDVERB : E_NOTIMPL;
+        case OLEIVERB_DISCARDUNDOSTATE:
+            return S_OK; // there is none
+        default: {
+            if (verb < 0) return E_NOTIMPL;
+            const HRESULT result = activate(true); // a number of no verb's means the first
+            return FAILED(result) ? result : OLEOBJ_S_INVALIDVERB;
+        }
         }
     });
 }
@@ -184,7 +190,7 @@ STDMETHODIMP ControlShell::SetColorScheme(LOGPALETTE*) { return E_NOTIMPL; }
 
 STDMETHODIMP ControlShell::GetControlInfo(CONTROLINFO* info) {
     if (!info) return E_POINTER;
-    *info = {sizeof(CONTROLINFO), nullptr, 0, 0};
+    *info = {sizeof(CONTROLINFO), nullptr, 0, CTRLINFO_EATS_RETURN}; // Enter is the list's
     return S_OK;
 }
 

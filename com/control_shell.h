@@ -122,6 +122,9 @@ private:
     HRESULT activate(bool userInterface);
     HRESULT activateInPlace();
     HRESULT activateUserInterface();
+    void placeWindow(HWND parent, const RECT& position, const RECT& clip);
+    void giveFocusBack();
+    void mousePressed();
     void focusChanged(bool got);
     /// The picture is another one now. Who listens hears of it from the message loop, once for all changes until then:
     /// who changes something must not meet foreign code halfway.
@@ -137,12 +140,14 @@ private:
     ComPtr<IOleClientSite> site_;
     ComPtr<IOleInPlaceSite> inPlaceSite_;
     ComPtr<IOleInPlaceFrame> frame_;
+    ComPtr<IOleInPlaceUIWindow> document_;
     ComPtr<IOleAdviseHolder> advises_;
     ControlPicture picture_;
     ViewAdvice viewAdvice_;
     widgets::Timer viewTimer_;
     bool inPlaceActive_ = false;
     bool userInterfaceActive_ = false;
+    bool clipped_ = false; // the window shows less than its size
 };
 
 } // namespace cvlog::com
