@@ -32,6 +32,7 @@ void ListView::insertEntry(int position, Entry entry) {
     const int place = sorted_ ? sortedPlace(*entry.content) : position;
     growWidest(*entry.content);
     const bool selected = entry.selected;
+    lastPlaced_ = {entry.id, place};
     rows_.insert(static_cast<std::size_t>(place - 1), std::move(entry));
     selectedCount_ += selected ? 1 : 0;
     if (focused_ >= place) ++focused_;
@@ -42,7 +43,7 @@ void ListView::remove(int position) {
     shrinkWidest(row(position));
     rowKeys_.set(idAt(position), {});
     selectedCount_ -= isSelected(position) ? 1 : 0;
-    rows_.remove(static_cast<std::size_t>(position - 1), 1);
+    rows_.remove(static_cast<std::size_t>(position - 1));
     if (focused_ == position)
         focused_ = 0;
     else if (focused_ > position)
@@ -60,14 +61,17 @@ void ListView::clear() {
 }
 
 int ListView::positionOf(RowId id, int guess) const noexcept {
-    const int count = rowCount();
-    const int middle = std::clamp(guess, 1, std::max(count, 1));
-    for (int distance = 0; middle - distance >= 1 || middle + distance <= count; ++distance) {
-        if (middle + distance <= count && entry(middle + distance).id == id) return middle + distance;
-        if (middle - distance >= 1 && middle - distance <= count && entry(middle - distance).id == id)
-            return middle - distance;
-    }
-    return 0;
+    constexpr int kNear = 64;
+    const auto searchAround = [&](int middle) {
+        for (int distance = 0; distance <= kNear; ++distance)
+            for (const int position : {middle + distance, middle - distance})
+                if (position >= 1 && position <= rowCount() && entry(position).id == id) return position;
+        return 0;
+    };
+    // Who inserted a row asks for its place: in a sorted list that is seldom the guess.
+    if (const int position = searchAround(id == lastPlaced_.id ? lastPlaced_.place : guess); position != 0) return position;
+    const std::size_t found = rows_.find([id](const Entry& entry) { return entry.id == id; });
+    return found == rows_.size() ? 0 : static_cast<int>(found) + 1;
 }
 
 std::u16string_view ListView::rowKey(int position) const noexcept { return rowKeys_.of(idAt(position)); }

@@ -5,7 +5,7 @@
 #include "base/twips.h"
 #include "ports/collator.h"
 #include "ports/text_measurer.h"
-#include "widgets/gap_buffer.h"
+#include "widgets/chunked_sequence.h"
 #include "widgets/image_list.h"
 #include "widgets/list_describer.h"
 #include "widgets/list_view_peer.h"
@@ -192,9 +192,13 @@ private:
     std::shared_ptr<ListViewPeer> peer_;
     ListViewOwner* owner_ = nullptr;
     std::shared_ptr<const ListDescriber> describer_;
-    GapBuffer<Entry> rows_;
+    ChunkedSequence<Entry> rows_;
     RowKeyBook rowKeys_;
     std::shared_ptr<RowIds> rowIds_;
+    struct {
+        RowId id = 0;
+        int place = 0;
+    } lastPlaced_; // the row that came last, and where it came to stand
     int selectedCount_ = 0;
     int focused_ = 0;
     int batchDepth_ = 0;

@@ -43,6 +43,20 @@ TEST_F(ListViewTest, FindsARowFromAnyGuess) {
     EXPECT_EQ(list.positionOf(99999, 4), 0);
 }
 
+TEST_F(ListViewTest, FindsARowFarFromTheGuess) {
+    ListView other(collator, measurer);
+    std::vector<RowId> ids;
+    for (int i = 0; i < 2000; ++i) ids.push_back(other.insert(1, rowOf(u"x")));
+    for (const int position : {1, 700, 1400, 2000})
+        for (const int guess : {-5, 1, 1000, 2000, 9999})
+            ASSERT_EQ(other.positionOf(ids[static_cast<std::size_t>(2000 - position)], guess), position)
+                << "from " << guess;
+    other.insert(2000, rowOf(u"y"));
+    other.remove(1);
+    EXPECT_EQ(other.positionOf(ids.back() + 1, 1), 1999) << "moved by one since it was inserted";
+    EXPECT_EQ(other.positionOf(99999, 1000), 0);
+}
+
 TEST_F(ListViewTest, KeepsSelectionWithItsRows) {
     fill({u"a", u"b", u"c"});
     list.select(2, true);
