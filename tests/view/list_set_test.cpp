@@ -101,6 +101,17 @@ TEST_F(ListSet, InsertsOnlyTheRowsThatDifferInTextOrTag) {
     EXPECT_EQ(target.content(4).get(), source.content(4).get());
 }
 
+TEST_F(ListSet, TellsRowsOfTheSameSecondApartByTheirNumbers) {
+    widgets::ListView& source = world.list(0);
+    widgets::ListView& target = world.list(1);
+    for (int i = 0; i < 3; ++i) source.append(rowOf(u"a", u"tag"));
+    target.insertCopy(1, source, 2);
+    target.insertCopy(2, source, 3);
+    CopyAllRows(source, target);
+    ASSERT_EQ(target.rowCount(), 3);
+    for (int i = 1; i <= 3; ++i) EXPECT_EQ(target.idAt(i), source.idAt(i)) << "row " << i;
+}
+
 TEST_F(ListSet, InsertsARowOfAnotherTagAndRemovesNone) {
     widgets::ListView& source = world.list(0);
     widgets::ListView& target = world.list(1);

@@ -5,9 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace cvlog::view {
 namespace {
 
+using platform::headless::peerOf;
 using tests::LogWorld;
 
 class LogColumns : public testing::Test {
@@ -32,7 +35,7 @@ TEST_F(LogColumns, AreSevenInNaturalOrderAsWideAsTheirCaptionsNeed) {
         EXPECT_EQ(list.column(i).position, i);
         EXPECT_EQ(list.column(i).width, natural(i));
     }
-    platform::headless::peerOf(list).verify();
+    peerOf(list).verify();
 }
 
 TEST_F(LogColumns, SpeakTheUsersLanguage) {
@@ -62,7 +65,7 @@ TEST_P(BadColumnSetting, KeepsTheColumnShownInItsNaturalPlace) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Values, BadColumnSetting,
-                         testing::Values(u"word", u"", u"8", u"-3", u"99999999999", u"3 columns"));
+                         testing::Values(u"word", u"", u"8", u"99", u"-3", u"99999999999", u"3 columns"));
 
 TEST_F(LogColumns, KeepTheirDefaultsWhenTheStoreFails) {
     int reads = 0;
@@ -75,6 +78,166 @@ TEST_F(LogColumns, KeepTheirDefaultsWhenTheStoreFails) {
     EXPECT_EQ(list.column(2).width, 0) << "read";
     EXPECT_EQ(list.column(3).width, natural(3)) << "not read";
     EXPECT_EQ(reads, 7);
+}
+
+TEST_F(LogColumns, ArePlacedInTheOrderOfTheirIndex) {
+    store(u"Date", u"7");
+    store(u"Elapsed", u"7");
+    store(u"Message", u"2");
+    const widgets::ListView& list = world.addControl();
+    // Date goes to the end, then Elapsed behind it; the others go to their natural places, one after another.
+    std::vector<int> places = {1, 2, 3, 4, 5, 6, 7};
+    const auto place = [&places](int column, int position) {
+        places.erase(std::find(places.begin(), places.end(), column));
+        places.insert(places.begin() + (position - 1), column);
+    };
+    for (const auto& [column, position] : {std::pair{1, 7}, {2, 7}, {3, 3}, {4, 4}, {5, 5}, {6, 6}, {7, 2}})
+        place(column, position);
+    for (int i = 1; i <= 7; ++i)
+        EXPECT_EQ(list.column(places[static_cast<std::size_t>(i - 1)]).position, i) << "place " << i;
+}
+
+TEST_F(LogColumns, AreReadBeforeTheScreenIsHeldBack) {
+    int held = 0;
+    world.host.workspace->before(u"GetProductInfo", [&] {
+        const auto list = world.globals.LogViews.first();
+        held += peerOf(*list).told("batchBegan") - peerOf(*list).told("batchEnded");
+    });
+    world.addControl();
+    EXPECT_EQ(held, 0) << "the host may run any code";
+}
+
+/// Columns that the user shows and hides in two lists.
+class ShownColumns : public LogColumns {
+protected:
+    ShownColumns() {
+        world.hideBoxes();
+        world.addControl();
+        world.addControl();
+        world.globals.options.KeepInSession = true;
+        world.add({u"M1", 0, u"P1", u"a message that is wider than its caption", u""});
+        world.calls.restart();
+    }
+    void show(std::u16string_view key, bool shown) { ShowColumn(world.globals, key, shown); }
+    std::u16string stored(std::u16string_view key) {
+        return world.platform.settings.get(u"Calvetta", u"Activity Log", key, u"none");
+    }
+    base::Twips width(int column, std::size_t list = 0) { return world.list(list).column(column).width; }
+    int saves() { return world.calls.countOf("Settings.save"); }
+};
+
+TEST_F(ShownColumns, GoFromEveryListAndAreStoredOnceAsHidden) {
+    show(u"Method", false);
+    EXPECT_EQ(width(3, 0), 0);
+    EXPECT_EQ(width(3, 1), 0);
+    EXPECT_EQ(stored(u"Method"), u"0");
+    EXPECT_EQ(saves(), 1);
+    EXPECT_EQ(world.platform.settings.count(), 1U) << "nothing is stored of the other columns";
+}
+
+TEST_F(ShownColumns, ComeBackInEveryListAndAreStoredWithTheirPlaceInTheFirst) {
+    show(u"Result", false);
+    world.list(0).setColumnPosition(6, 2);
+    world.list(1).setColumnPosition(6, 5);
+    show(u"RESULT", true);
+    for (const std::size_t list : {0U, 1U}) EXPECT_GT(width(6, list), 650);
+    EXPECT_EQ(world.list(0).column(6).position, 2);
+    EXPECT_EQ(world.list(1).column(6).position, 5) << "the places stay each list's own";
+    EXPECT_EQ(stored(u"Result"), u"2");
+    EXPECT_EQ(saves(), 2);
+}
+
+TEST_F(ShownColumns, AreAsTheUserLeftThemInTheNextList) {
+    show(u"Elapsed", false);
+    world.list(0).setColumnPosition(7, 1);
+    show(u"Message", false);
+    show(u"Message", true);
+    const widgets::ListView& next = world.addControl();
+    EXPECT_EQ(next.column(2).width, 0);
+    EXPECT_EQ(next.column(7).position, 1);
+}
+
+TEST_F(ShownColumns, AreFittedToTheirRowsInEveryList) {
+    show(u"Message", false);
+    for (const std::size_t list : {0U, 1U}) world.list(list).setColumnWidth(5, 10);
+    show(u"Message", true);
+    for (const std::size_t list : {0U, 1U}) {
+        EXPECT_EQ(width(7, list), world.list(list).widestCell(7) + 180);
+        EXPECT_GT(width(5, list), 650) << "so are all the others";
+    }
+}
+
+TEST_F(ShownColumns, AreAsWideAsTheResourcesFontNeeds) {
+    base::Font large;
+    large.points *= 5;
+    show(u"Elapsed", false);
+    world.globals.frmLogResources->Font = world.platform.fonts.make(large);
+    show(u"Elapsed", true);
+    ports::TextMeasurer& measurer = world.platform.measurer;
+    const base::Twips expected =
+        measurer.width(measurer.fontNumber(large), world.list().column(2).caption) + 650;
+    for (const std::size_t list : {0U, 1U}) EXPECT_EQ(width(2, list), expected) << "not as the lists' own";
+}
+
+TEST_F(ShownColumns, AreMeasuredInThePlainFontWhenTheResourcesHaveNone) {
+    show(u"Elapsed", false);
+    world.globals.frmLogResources.reset();
+    show(u"Elapsed", true);
+    EXPECT_EQ(width(2), natural(2));
+}
+
+TEST_F(ShownColumns, StoreNothingOfWhatTheUserDrags) {
+    peerOf(world.list()).userMoves(7, 1);
+    peerOf(world.list()).userResizes(3, 4000);
+    world.add({u"M1", 0, u"P1", u"next", u""});
+    world.addControl();
+    EXPECT_EQ(saves(), 0);
+    EXPECT_EQ(width(3), 4000) << "until the next set-up or toggle";
+    EXPECT_EQ(world.list(2).column(7).position, 7);
+    show(u"Method", true);
+    EXPECT_LT(width(3), 4000);
+}
+
+TEST_F(ShownColumns, AreShownAndHiddenAllTheSameWhenTheChoiceCannotBeStored) {
+    for (const auto mode : {tests::CallCounter::Fail::Once, tests::CallCounter::Fail::FromOn}) {
+        world.calls.restart();
+        world.host.workspace->before(u"GetProductInfo", [&] { world.calls.arm(2, mode); });
+        world.peersMustAgree = false;
+        EXPECT_NO_THROW(show(u"Method", false));
+        world.calls.disarm();
+        EXPECT_TRUE(world.calls.hasFailed("Settings.save"));
+        for (const std::size_t list : {0U, 1U}) EXPECT_EQ(width(3, list), 0);
+        EXPECT_NO_THROW(show(u"Method", true));
+    }
+}
+
+TEST_F(ShownColumns, AreShownAndHiddenWithoutAProductToStoreThemFor) {
+    world.host.workspace->raise(u"GetProductInfo", tests::CallCounter::injectedError());
+    show(u"Method", false);
+    EXPECT_EQ(saves(), 0);
+    EXPECT_EQ(width(3, 1), 0);
+}
+
+TEST_F(ShownColumns, DoNotChangeForAKeyThatIsNone) {
+    show(u"Colour", false);
+    EXPECT_EQ(saves(), 0);
+    for (int column = 1; column <= 7; ++column) EXPECT_GT(width(column), 0);
+}
+
+TEST_F(ShownColumns, ChangeInAListThatTheHostMakesWhileItIsAskedForItsName) {
+    bool made = false;
+    world.host.workspace->before(u"GetProductInfo", [&] {
+        if (!std::exchange(made, true)) world.addControl();
+    });
+    show(u"Method", false);
+    EXPECT_EQ(width(3, 2), 0);
+    EXPECT_EQ(stored(u"Method"), u"0");
+}
+
+TEST_F(ShownColumns, SurviveTheEndOfTheirListsWhileTheHostIsAskedForItsName) {
+    world.host.workspace->before(u"GetProductInfo", [&] { world.controls.clear(); });
+    show(u"Method", false);
+    EXPECT_EQ(saves(), 0);
 }
 
 TEST(LogColumnsWithoutAHost, HaveTheirDefaults) {

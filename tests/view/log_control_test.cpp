@@ -138,6 +138,19 @@ TEST_F(LogControlTest, IsRegisteredBeforeItsColumnsAreSetUpAndFilledAfterwards) 
     EXPECT_EQ(listsAtSetUp, 2);
 }
 
+TEST_F(LogControlTest, HasEachRowOnceWhenAnEntryComesWhileItIsSetUp) {
+    world.addControl();
+    addRows(3); // all of one second and one object
+    bool added = false;
+    world.host.workspace->before(u"GetProductInfo", [&] {
+        if (world.globals.LogViews.count() == 2 && !std::exchange(added, true)) addRows(1);
+    });
+    const widgets::ListView& copy = world.addControl();
+    ASSERT_TRUE(added);
+    ASSERT_EQ(copy.rowCount(), 4);
+    for (int row = 1; row <= 4; ++row) EXPECT_EQ(copy.idAt(row), world.list().idAt(row)) << "row " << row;
+}
+
 TEST_F(LogControlTest, KeepsTheWidthsOfItsColumnsWhenItGetsAnotherFont) {
     widgets::ListView& list = world.addControl();
     const base::Twips width = list.column(1).width;
