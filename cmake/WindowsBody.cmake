@@ -4,7 +4,7 @@ include(WindowsResources)
 enable_language(RC)
 
 set(system_libraries
-    comctl32 comdlg32 gdi32 imm32 msimg32 ole32 oleaut32 shell32 shlwapi user32 uuid uxtheme version winmm)
+    comctl32 comdlg32 gdi32 imm32 msimg32 ole32 oleacc oleaut32 shell32 shlwapi user32 uuid uxtheme version winmm)
 
 cvlog_library(cvlog_win32 FOLDERS platform/win32 LINKS cvlog_rooms ${system_libraries})
 

@@ -38,6 +38,7 @@ Apartment* Apartment::current() noexcept {
 
 Apartment::Apartment() : engine_(store::makeLogEngine(services_.files)) {
     services_.host.owner = [this] { return weak_from_this().lock(); };
+    services_.host.codeLock = [] { return std::make_shared<ModuleLock>(); };
     globals_ = std::make_unique<core::Globals>(core::Platform::of(services_, *engine_));
     globals_->holder = services_.host.owner;
 }

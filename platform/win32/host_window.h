@@ -44,6 +44,9 @@ public:
     /// Answers with what this window is a part of. A list holds it while one of its messages is under way: a handler
     /// may let go of everything else, and the system goes on with the list's window when the handler is done.
     std::function<std::shared_ptr<void>()> owner;
+    /// Answers with what keeps the code loaded and nothing else: for objects that others may hold longer than there are
+    /// windows.
+    std::function<std::shared_ptr<void>()> codeLock;
 
 private:
     LRESULT handleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -58,7 +58,7 @@ void ListFrame::park() noexcept {
     SetParent(frame_, host_.handle());
 }
 
-void ListFrame::postLater() noexcept { PostMessageW(frame_, kLaterMessage, 0, 0); }
+void ListFrame::postLater(WPARAM what) noexcept { PostMessageW(frame_, kLaterMessage, what, 0); }
 
 void ListFrame::close() noexcept {
     events_ = nullptr;
@@ -92,7 +92,7 @@ LRESULT ListFrame::handleMessage(HWND window, UINT message, WPARAM wParam, LPARA
     case kDpiChangedAfterParent:
         return surroundingsChanged(message, wParam, lParam);
     case kLaterMessage:
-        if (events_) events_->laterCame();
+        if (events_) events_->laterCame(wParam);
         return 0;
     default:
         break;

@@ -19,7 +19,7 @@ public:
     /// Colours, theme or resolution of the screen changed.
     virtual void surroundingsChanged() = 0;
     /// A message that `postLater` sent.
-    virtual void laterCame() = 0;
+    virtual void laterCame(WPARAM what) = 0;
 
 protected:
     ~ListFrameEvents() = default;
@@ -39,7 +39,9 @@ public:
     bool tells(const ListFrameEvents* events) const noexcept { return events_ == events; }
     void moveTo(HWND parent, const RECT& area) noexcept;
     void park() noexcept;
-    void postLater() noexcept;
+    void postLater(WPARAM what) noexcept;
+    /// What keeps this code loaded, and nothing else; null where nobody asks for it.
+    std::shared_ptr<void> lockCode() const { return host_.codeLock ? host_.codeLock() : nullptr; }
     /// Takes the events off and destroys the windows: now, or, from inside one of their messages, when that
     /// is done.
     void close() noexcept;

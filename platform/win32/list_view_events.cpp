@@ -1,6 +1,7 @@
 // What happens in a list's window: what the user does, and what the system asks and tells.
 
 #include "base/failure.h"
+#include "platform/win32/list_accessible_events.h"
 #include "platform/win32/list_cells.h"
 #include "platform/win32/list_view_window.h"
 #include "platform/win32/screen_units.h"
@@ -15,13 +16,18 @@ bool ListViewWindow::beforeMessage(UINT message, WPARAM& wParam, LPARAM lParam, 
     }
     if (message == WM_PAINT) paintFromTheEdge();
     if (ListInput::isPress(message) && !tellMousePressed()) return true;
+    if (message == WM_GETOBJECT && static_cast<LONG>(lParam) == OBJID_CLIENT) {
+        result = giveAccessible(wParam);
+        return result != 0;
+    }
     return input_.before(message, wParam);
 }
 
 void ListViewWindow::afterMessage(UINT message, WPARAM, LPARAM lParam, LRESULT result) {
     if (!list()) return; // a parent took it along
     if (const NMHEADERW* notice = headerNotice(message, lParam)) {
-        if (columns_.userChanged(*notice, result != 0, dpi_)) frame_->postLater();
+        if (columns_.userChanged(*notice, result != 0, dpi_))
+            frame_->postLater(static_cast<WPARAM>(Later::ColumnOrder));
         tellViewChanged();
     }
     if (!ListInput::isInput(message)) return;
@@ -92,6 +98,7 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
         break;
     }
     case NM_SETFOCUS:
+        tellFocused(list(), model_.focusedRow() - 1);
         owner_([](Owner& owner) { owner.gotFocus(); });
         break;
     case NM_KILLFOCUS:
@@ -107,21 +114,52 @@ void ListViewWindow::itemsChanged(const NMHDR& header) {
     if (selection_.pushing()) return;
     if (header.code == LVN_ODSTATECHANGED) {
         selection_.pull(list());
+        tellSelectionChanged(list());
         return;
     }
     const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
     const UINT states = change.uOldState ^ change.uNewState;
+    const bool selected = (change.uNewState & LVIS_SELECTED) != 0;
     if (change.iItem < 0)
         selection_.pull(list());
     else if (states & LVIS_SELECTED)
-        selection_.userChanged(change.iItem, (change.uNewState & LVIS_SELECTED) != 0);
+        selection_.userChanged(change.iItem, selected);
     selection_.pullFocus(list());
+    if (change.iItem < 0)
+        tellSelectionChanged(list());
+    else if (states & LVIS_SELECTED)
+        tellSelected(list(), change.iItem, selected);
+    if (states & LVIS_FOCUSED) tellFocus();
+}
+
+/// Tells when another row has the focus.
+void ListViewWindow::tellFocus() noexcept {
+    const int row = model_.focusedRow();
+    const widgets::RowId id = row > 0 && row <= model_.rowCount() ? model_.idAt(row) : 0;
+    if (id != 0 && id != toldFocus_) tellFocused(list(), row - 1);
+    toldFocus_ = id;
+}
+
+LRESULT ListViewWindow::giveAccessible(WPARAM wParam) {
+    if (!accessible_)
+        accessible_ = ListAccessible::make(
+            {accessibleRows_, [frame = frame_] { frame->postLater(static_cast<WPARAM>(Later::Activation)); },
+             frame_->lockCode()});
+    return accessible_->give(wParam);
 }
 
 void ListViewWindow::surroundingsChanged() { appearanceChanged(); }
 
-void ListViewWindow::laterCame() {
-    if (!pending_.columns) columns_.pullOrder(list()); // what the program set since counts more
+void ListViewWindow::laterCame(WPARAM what) {
+    switch (static_cast<Later>(what)) {
+    case Later::ColumnOrder:
+        if (!pending_.columns) columns_.pullOrder(list()); // what the program set since counts more
+        break;
+    case Later::Activation:
+        owner_(
+            [](widgets::ListViewOwner& owner) { owner.doubleClicked(); }); // the list may be gone afterwards
+        break;
+    }
 }
 
 } // namespace cvlog::platform::win32

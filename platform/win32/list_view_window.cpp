@@ -3,6 +3,7 @@
 #include "platform/win32/list_view_window.h"
 
 #include "base/failure.h"
+#include "platform/win32/list_accessible_events.h"
 #include "platform/win32/list_colours.h"
 #include "platform/win32/screen_units.h"
 #include "platform/win32/system_font.h"
@@ -13,7 +14,7 @@ namespace cvlog::platform::win32 {
 
 ListViewWindow::ListViewWindow(widgets::ListView& model, HostWindow& host)
     : model_(model), owner_(model), frame_(ListFrame::make(host)), selection_(model), columns_(model),
-      input_(owner_), painter_(model, icons_) {
+      input_(owner_), painter_(model, icons_), accessibleRows_(model, frame_) {
     pending_.rows = pending_.columns = pending_.appearance = true;
     flush();
     frame_->setEvents(this);
@@ -128,6 +129,9 @@ void ListViewWindow::flush() {
     if (work.firstChanged > 0)
         send(LVM_REDRAWITEMS, static_cast<WPARAM>(work.firstChanged - 1),
              std::min(work.lastChanged, model_.rowCount()) - 1);
+    if (work.rows) tellRowsChanged(list());
+    if (work.selection) tellSelectionChanged(list());
+    if (work.selection) tellFocus();
     scroll(work.scrolledBefore);
     scroll(work.scroll);
     if (work.repaint)

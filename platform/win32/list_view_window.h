@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/font.h"
+#include "platform/win32/list_accessible.h"
 #include "platform/win32/list_columns.h"
 #include "platform/win32/list_frame.h"
 #include "platform/win32/list_images.h"
@@ -76,12 +77,15 @@ private:
         Scroll scroll;
     };
 
+    enum class Later : WPARAM { ColumnOrder, Activation };
+
     void changed();
     void flush();
     void tellViewChanged() const noexcept;
     /// False when the list is gone now.
     bool tellMousePressed();
     int resolution() const noexcept;
+    LRESULT giveAccessible(WPARAM wParam);
     void scroll(const Scroll& wanted);
     void paintFromTheEdge() const noexcept;
     void applyAppearance();
@@ -97,8 +101,9 @@ private:
     void afterMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT result) override;
     LRESULT notified(NMHDR& header) override;
     void surroundingsChanged() override;
-    void laterCame() override;
+    void laterCame(WPARAM what) override;
     void itemsChanged(const NMHDR& header);
+    void tellFocus() noexcept;
     const NMHEADERW* headerNotice(UINT message, LPARAM lParam) const noexcept;
 
     widgets::ListView& model_;
@@ -116,6 +121,9 @@ private:
     int fixedDpi_ = 0; // 0: the window's
     bool inBatch_ = false;
     Pending pending_;
+    widgets::RowId toldFocus_ = 0; // the row that last had the focus
+    ListAccessibleRows accessibleRows_;
+    ListAccessible::Connection accessible_; // null until somebody asks
 };
 
 } // namespace cvlog::platform::win32
