@@ -69,7 +69,8 @@ int ListView::positionOf(RowId id, int guess) const noexcept {
         return 0;
     };
     // Who inserted a row asks for its place: in a sorted list that is seldom the guess.
-    if (const int position = searchAround(id == lastPlaced_.id ? lastPlaced_.place : guess); position != 0) return position;
+    if (const int position = searchAround(id == lastPlaced_.id ? lastPlaced_.place : guess); position != 0)
+        return position;
     const std::size_t found = rows_.find([id](const Entry& entry) { return entry.id == id; });
     return found == rows_.size() ? 0 : static_cast<int>(found) + 1;
 }
