@@ -10,8 +10,14 @@ namespace cvlog::ports {
 class Collator {
 public:
     virtual ~Collator() = default;
-    /// Bytes that compare (as unsigned, shorter first when one is a prefix) as the texts do.
-    virtual std::string sortKey(std::u16string_view text) = 0;
+    /// Appends bytes that compare (as unsigned, shorter first when one is a prefix) as the texts do.
+    virtual void appendSortKey(std::u16string_view text, std::string& keys) = 0;
+
+    std::string sortKey(std::u16string_view text) {
+        std::string key;
+        appendSortKey(text, key);
+        return key;
+    }
 };
 
 } // namespace cvlog::ports

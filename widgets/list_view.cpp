@@ -34,6 +34,7 @@ void ListView::insertEntry(int position, Entry entry) {
     const bool selected = entry.selected;
     lastPlaced_ = {entry.id, place};
     rows_.insert(static_cast<std::size_t>(place - 1), std::move(entry));
+    inOrder_ = inOrder_ && sorted_;
     selectedCount_ += selected ? 1 : 0;
     if (focused_ >= place) ++focused_;
     tellPeer([place](ListViewPeer& peer) { peer.rowsInserted(place, 1); });
@@ -56,6 +57,7 @@ void ListView::clear() {
     rowKeys_.clear();
     selectedCount_ = 0;
     focused_ = 0;
+    inOrder_ = true;
     std::fill(widest_.begin(), widest_.end(), Widest{});
     tellPeer([](ListViewPeer& peer) { peer.cleared(); });
 }
@@ -90,6 +92,8 @@ bool ListView::setRowKey(int position, std::u16string_view key) {
 }
 
 void ListView::replace(int position, RowPtr content) {
+    const int sortColumn = sortKey_ + 1;
+    inOrder_ = inOrder_ && content->columnText(sortColumn) == row(position).columnText(sortColumn);
     shrinkWidest(row(position));
     growWidest(*content);
     entry(position).content = std::move(content);

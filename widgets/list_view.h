@@ -111,7 +111,8 @@ public:
     /// Moves a column to a display position; the columns between make room. Throws std::out_of_range.
     void setColumnPosition(int index, int position);
 
-    // Sorting: by the text of one column. Switching it on sorts at once.
+    // Sorting: by the text of one column. Switching it on sorts at once, as does each setting while it is on. A collator
+    // that fails leaves the list as it was.
     bool sorted() const noexcept { return sorted_; }
     int sortKey() const noexcept { return sortKey_; } // 0-based column
     SortOrder sortOrder() const noexcept { return sortOrder_; }
@@ -174,8 +175,10 @@ private:
     const Entry& entry(int position) const noexcept { return rows_[static_cast<std::size_t>(position - 1)]; }
     Column& columnAt(int index) noexcept { return columns_[static_cast<std::size_t>(index - 1)]; }
     void insertEntry(int position, Entry entry);
-    void sortRows();
+    void sortBy(int key, SortOrder order);
+    void placeRows(int key, SortOrder order);
     int sortedPlace(const RowContent& content) const;
+    void shareKey(const RowContent& content, const RowContent& other) const noexcept;
     void growWidest(const RowContent& content);
     void shrinkWidest(const RowContent& content) noexcept;
     base::Twips contentWidth(const RowContent& content, int column) const;
@@ -207,6 +210,7 @@ private:
     bool sorted_ = false;
     int sortKey_ = 0;
     SortOrder sortOrder_ = SortOrder::Ascending;
+    bool inOrder_ = true; // the rows stand by key and order, whether the list is sorted or not
     base::Font font_;
     std::uint32_t fontNumber_;
     Colours colours_;

@@ -1,83 +1,73 @@
-// Sorting a list: stable, by precomputed collation keys, and the same in every list. A descending sort reverses the
-// comparison, not the result, so that equal rows keep their order either way.
+// Sorting a list: stable, by collation keys that rows remember, and the same in every list. A descending sort reverses
+// the comparison, not the result, so that equal rows keep their order either way.
 
 #include "widgets/list_view.h"
 
+#include "widgets/row_ranks.h"
+
 #include <algorithm>
-#include <cstring>
-#include <numeric>
 
 namespace cvlog::widgets {
 
-namespace {
-
-struct SortItem {
-    std::uint64_t prefix; // the first eight bytes of the key decide most comparisons without touching it
-    std::string key;
-};
-
-std::uint64_t prefixOf(const std::string& key) noexcept {
-    std::uint64_t prefix = 0;
-    for (std::size_t i = 0; i < sizeof prefix; ++i)
-        prefix = prefix << 8 | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
-    return prefix;
-}
-
-bool before(const SortItem& left, const SortItem& right) noexcept {
-    return left.prefix != right.prefix ? left.prefix < right.prefix : left.key < right.key;
-}
-
-} // namespace
-
 void ListView::setSorted(bool sorted) {
-    sorted_ = sorted;
-    if (sorted_) sortRows();
+    if (sorted) return sortBy(sortKey_, sortOrder_);
+    sorted_ = false;
 }
 
 void ListView::setSort(int key, SortOrder order) {
+    if (sorted_) return sortBy(key, order);
     sortKey_ = key;
     sortOrder_ = order;
-    if (sorted_) sortRows();
+    inOrder_ = rowCount() == 0;
 }
 
-void ListView::sortRows() {
-    const auto count = static_cast<std::size_t>(rowCount());
-    std::vector<SortItem> items;
-    items.reserve(count);
-    for (int position = 1; position <= rowCount(); ++position) {
-        std::string key = collator_.sortKey(row(position).columnText(sortKey_ + 1));
-        items.push_back({prefixOf(key), std::move(key)});
-    }
-    std::vector<std::uint32_t> order(count);
-    std::iota(order.begin(), order.end(), 0U);
-    std::stable_sort(order.begin(), order.end(), [&](std::uint32_t left, std::uint32_t right) {
-        return sortOrder_ == SortOrder::Ascending ? before(items[left], items[right])
-                                                  : before(items[right], items[left]);
-    });
+void ListView::sortBy(int key, SortOrder order) {
+    const bool moves = !(inOrder_ && key == sortKey_ && order == sortOrder_);
+    if (moves) placeRows(key, order); // the only part that can fail
+    sorted_ = true;
+    sortKey_ = key;
+    sortOrder_ = order;
+    inOrder_ = true;
+    if (moves) tellPeer([](ListViewPeer& peer) { peer.rowsReordered(); });
+}
 
-    std::vector<Entry> sortedEntries;
-    sortedEntries.reserve(count);
-    int focused = 0;
-    for (const std::uint32_t index : order) {
-        sortedEntries.push_back(std::move(rows_[index]));
-        if (static_cast<int>(index) + 1 == focused_) focused = static_cast<int>(sortedEntries.size());
-    }
-    for (std::size_t i = 0; i < count; ++i) rows_[i] = std::move(sortedEntries[i]);
-    focused_ = focused;
-    tellPeer([](ListViewPeer& peer) { peer.rowsReordered(); });
+void ListView::placeRows(int key, SortOrder order) {
+    const auto count = static_cast<std::size_t>(rowCount());
+    std::vector<const RowContent*> contents;
+    contents.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) contents.push_back(rows_[i].content.get());
+    const std::vector<std::uint32_t> places =
+        placesOf(rankRows(contents, key + 1, collator_), order == SortOrder::Descending);
+
+    std::vector<Entry> placed(count);
+    if (focused_ > 0) focused_ = static_cast<int>(places[static_cast<std::size_t>(focused_ - 1)]) + 1;
+    for (std::size_t i = 0; i < count; ++i) placed[places[i]] = std::move(rows_[i]);
+    for (std::size_t i = 0; i < count; ++i) rows_[i] = std::move(placed[i]);
 }
 
 int ListView::sortedPlace(const RowContent& content) const {
-    const std::string key = collator_.sortKey(content.columnText(sortKey_ + 1));
-    int low = 1;
-    int high = rowCount() + 1;
-    while (low < high) {
-        const int middle = low + (high - low) / 2;
-        const std::string other = collator_.sortKey(row(middle).columnText(sortKey_ + 1));
-        const bool comesBefore = sortOrder_ == SortOrder::Ascending ? key < other : other < key;
-        (comesBefore ? high : low) = comesBefore ? middle : middle + 1;
+    const int column = sortKey_ + 1;
+    const SortKey& key = sortKeyOf(content, column, collator_);
+    const auto staysBefore = [&](const Entry& other) {
+        const SortKey& otherKey = sortKeyOf(*other.content, column, collator_);
+        return sortOrder_ == SortOrder::Ascending ? !(key < otherKey) : !(otherKey < key);
+    };
+    std::size_t place = inOrder_ ? rows_.partitionPoint(staysBefore) : 0;
+    if (!inOrder_) { // the same search in every list, so that all find the same place in the same disorder
+        std::size_t end = rows_.size();
+        while (place < end) {
+            const std::size_t middle = place + (end - place) / 2;
+            (staysBefore(rows_[middle]) ? place : end) = staysBefore(rows_[middle]) ? middle + 1 : middle;
+        }
     }
-    return low;
+    if (place > 0) shareKey(content, *rows_[place - 1].content);
+    return static_cast<int>(place) + 1;
+}
+
+void ListView::shareKey(const RowContent& content, const RowContent& other) const noexcept {
+    const SortKey* const key = other.sortKey(sortKey_ + 1);
+    if (key && key->bytes() == content.sortKey(sortKey_ + 1)->bytes())
+        content.rememberSortKey(SortKeyPtr(key));
 }
 
 } // namespace cvlog::widgets

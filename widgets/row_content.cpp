@@ -43,7 +43,7 @@ RowContent::RowContent(const Row& row, RowKeys keys) : keys_(std::move(keys)) {
 
 RowContent::RowContent(const RowContent& original, std::size_t changed, std::u16string_view text)
     : widthsFont_(original.widthsFont_), keys_(original.keys_), ends_(original.ends_),
-      widths_(original.widths_) {
+      widths_(original.widths_), sortKey_(original.sortKey_) {
     const std::u16string_view before = original.field(changed);
     const std::u16string_view all = original.characters_;
     const auto begin = static_cast<std::size_t>(before.data() - all.data());
@@ -91,14 +91,14 @@ Row RowContent::edit() const {
 
 RowPtr RowContent::with(RowField changed, std::u16string_view text) const {
     RowPtr copy(new RowContent(*this, static_cast<std::size_t>(changed), text));
-    if (changed == RowField::Text) copy->forgetWidth(1);
+    if (changed == RowField::Text) copy->forgetText(1);
     return copy;
 }
 
 RowPtr RowContent::withCell(int cell, CellField changed, std::u16string_view text) const {
     const std::size_t first = kRowFields + static_cast<std::size_t>(cell - 1) * kCellFields;
     RowPtr copy(new RowContent(*this, first + static_cast<std::size_t>(changed), text));
-    if (changed == CellField::Text) copy->forgetWidth(cell + 1);
+    if (changed == CellField::Text) copy->forgetText(cell + 1);
     return copy;
 }
 
@@ -117,9 +117,10 @@ void RowContent::rememberWidth(std::uint32_t fontNumber, int column, base::Twips
     if (index < widths_.size()) widths_[index] = width;
 }
 
-void RowContent::forgetWidth(int column) const noexcept {
+void RowContent::forgetText(int column) const noexcept {
     const auto index = static_cast<std::size_t>(column - 1);
     if (index < widths_.size()) widths_[index] = -1.0F;
+    if (sortKey(column)) sortKey_ = {};
 }
 
 void RowPtr::destroy(const RowContent* content) noexcept { delete content; }

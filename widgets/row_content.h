@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/twips.h"
+#include "widgets/sort_key.h"
 
 #include <cstdint>
 #include <memory>
@@ -44,7 +45,8 @@ enum class RowField { Text, Tag, SmallIcon };
 enum class CellField { Text, Tag, Icon, ToolTip };
 
 /// What a row shows. Immutable and shared by every list that shows the row; a list whose row changes gets its own
-/// content. Remembers the measured widths of its texts for the font that measured last.
+/// content. Remembers the measured widths of its texts for the font that measured last, and the key of the column that
+/// was sorted by last.
 class RowContent {
 public:
     RowContent(const Row& row, RowKeys keys);
@@ -72,7 +74,7 @@ public:
 
     /// A copy for editing.
     Row edit() const;
-    /// A copy with one text changed. It shares the keys and remembers the widths of all other texts.
+    /// A copy with one text changed. It shares the keys and remembers what is known of all other texts.
     RowPtr with(RowField field, std::u16string_view text) const;
     /// The same for a cell that is there.
     RowPtr withCell(int cell, CellField field, std::u16string_view text) const;
@@ -81,10 +83,16 @@ public:
     std::optional<base::Twips> rememberedWidth(std::uint32_t fontNumber, int column) const noexcept;
     void rememberWidth(std::uint32_t fontNumber, int column, base::Twips width) const;
 
+    /// The remembered key of a column's text; null when another column or none was sorted by last.
+    const SortKey* sortKey(int column) const noexcept {
+        return sortKey_.get() && sortKey_->column() == column ? sortKey_.get() : nullptr;
+    }
+    void rememberSortKey(SortKeyPtr key) const noexcept { sortKey_ = std::move(key); }
+
 private:
     friend class RowPtr;
 
-    void forgetWidth(int column) const noexcept;
+    void forgetText(int column) const noexcept;
     RowContent(const RowContent& original, std::size_t field, std::u16string_view text);
     std::u16string_view field(std::size_t index) const noexcept;
     std::u16string_view cellField(int cell, std::size_t part) const noexcept;
@@ -95,6 +103,7 @@ private:
     std::u16string characters_;               // all texts, one after another
     std::vector<std::uint32_t> ends_;         // where each text ends
     mutable std::vector<base::Twips> widths_; // by column; negative: not measured
+    mutable SortKeyPtr sortKey_;
 };
 
 /// A counted reference to a row's content. Contents belong to one apartment, so the count is a plain number.

@@ -2,6 +2,9 @@
 
 #include "base/text.h"
 
+#include <algorithm>
+#include <array>
+
 namespace cvlog::platform::headless {
 
 namespace {
@@ -46,47 +49,70 @@ bool isSymbol(char16_t unit) noexcept {
            (unit >= 0x2000 && unit < 0x2C00) || (unit >= 0x3000 && unit < 0x3040);
 }
 
+constexpr unsigned leadWeight(unsigned lead, char16_t unit) noexcept { return lead << 16U | unit; }
+
+constexpr unsigned asciiByte(char16_t unit) noexcept {
+    if (unit < 0x20) return kFirstControl + unit;
+    if (unit == u' ') return kBlank;
+    if (unit >= u'0' && unit <= u'9') return kFirstDigit + (unit - u'0');
+    if (unit >= u'A' && unit <= u'Z') return kFirstLetter + (unit - u'A');
+    if (unit >= u'a' && unit <= u'z') return kFirstLetter + (unit - u'a');
+    return kFirstPunctuation + static_cast<unsigned>(kPunctuation.find(unit));
+}
+
+constexpr char16_t kAsciiEnd = 0x7F;
+constexpr auto kAsciiBytes = [] {
+    std::array<unsigned char, kAsciiEnd> bytes{};
+    for (char16_t unit = 0; unit < kAsciiEnd; ++unit)
+        bytes[unit] = static_cast<unsigned char>(asciiByte(unit));
+    return bytes;
+}();
+
+/// The first level's bytes of a unit as a number: one byte, in front, or three.
+unsigned weightOf(char16_t unit) noexcept {
+    if (unit < kAsciiEnd) return static_cast<unsigned>(kAsciiBytes[unit]) << 16U;
+    const char16_t base = letterOf(unit).base;
+    if (base < kAsciiEnd) return static_cast<unsigned>(kAsciiBytes[base]) << 16U;
+    return leadWeight(isSymbol(base) ? kSymbolLead : kOtherLead, base);
+}
+
+unsigned char accentOf(char16_t unit) noexcept { return unit < kAsciiEnd ? 1 : letterOf(unit).accent; }
+
 void appendByte(std::string& key, unsigned weight) {
     key.push_back(static_cast<char>(static_cast<unsigned char>(weight)));
 }
 
-void appendWithLead(std::string& key, unsigned lead, char16_t unit) {
-    appendByte(key, lead);
-    appendByte(key, unit >> 8U);
-    appendByte(key, unit & 0xFFU);
-}
-
-void appendWeight(std::string& key, char16_t unit) {
-    if (unit < 0x20)
-        appendByte(key, kFirstControl + unit);
-    else if (unit == u' ')
-        appendByte(key, kBlank);
-    else if (unit >= u'0' && unit <= u'9')
-        appendByte(key, kFirstDigit + (unit - u'0'));
-    else if (unit >= u'A' && unit <= u'Z')
-        appendByte(key, kFirstLetter + (unit - u'A'));
-    else if (const auto rank = kPunctuation.find(unit); rank != std::u16string_view::npos)
-        appendByte(key, kFirstPunctuation + static_cast<unsigned>(rank));
-    else
-        appendWithLead(key, isSymbol(unit) ? kSymbolLead : kOtherLead, unit);
+void appendWeight(std::string& key, unsigned weight) {
+    appendByte(key, weight >> 16U);
+    if (weight >> 16U != kSymbolLead && weight >> 16U != kOtherLead) return;
+    appendByte(key, weight >> 8U & 0xFFU);
+    appendByte(key, weight & 0xFFU);
 }
 
 } // namespace
 
-std::string HeadlessCollator::sortKey(std::u16string_view text) {
-    std::string key;
-    key.reserve(text.size() + 1);
-    std::string accents;
+void HeadlessCollator::appendSortKey(std::u16string_view text, std::string& keys) {
     std::size_t accentsEnd = 0;
-    for (const char16_t unit : text) {
-        const Letter letter = letterOf(unit);
-        appendWeight(key, letter.base);
-        appendByte(accents, letter.accent);
-        if (letter.accent != 1) accentsEnd = accents.size();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        appendWeight(keys, weightOf(text[i]));
+        if (accentOf(text[i]) != 1) accentsEnd = i + 1;
     }
-    key.push_back('\0');
-    key.append(accents, 0, accentsEnd);
-    return key;
+    keys.push_back('\0');
+    for (const char16_t unit : text.substr(0, accentsEnd)) appendByte(keys, accentOf(unit));
+}
+
+int HeadlessCollator::compare(std::u16string_view left, std::u16string_view right) noexcept {
+    const std::size_t shorter = std::min(left.size(), right.size());
+    int accents = 0;
+    for (std::size_t i = 0; i < shorter; ++i) {
+        if (left[i] == right[i]) continue;
+        const unsigned leftWeight = weightOf(left[i]);
+        const unsigned rightWeight = weightOf(right[i]);
+        if (leftWeight != rightWeight) return leftWeight < rightWeight ? -1 : 1;
+        if (accents == 0) accents = accentOf(left[i]) - accentOf(right[i]);
+    }
+    if (left.size() != right.size()) return left.size() < right.size() ? -1 : 1;
+    return accents;
 }
 
 } // namespace cvlog::platform::headless

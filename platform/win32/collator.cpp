@@ -21,23 +21,23 @@ int mapKey(std::wstring_view text, char* out, int size) noexcept {
 
 } // namespace
 
-std::string Collator::sortKey(std::u16string_view text) {
+void Collator::appendSortKey(std::u16string_view text, std::string& keys) {
     const std::wstring_view wide = wideView(text.substr(0, kLongestCompared));
-    if (wide.empty()) return {};
+    if (wide.empty()) return;
+    const std::size_t begin = keys.size();
     std::array<char, 512> shortKey;
-    std::string key;
     if (const int length = mapKey(wide, shortKey.data(), static_cast<int>(shortKey.size())); length > 0) {
-        key.assign(shortKey.data(), static_cast<std::size_t>(length));
+        keys.append(shortKey.data(), static_cast<std::size_t>(length));
     } else {
         const int needed = mapKey(wide, nullptr, 0);
         if (needed <= 0) throw std::runtime_error("the text has no sort key");
-        key.resize(static_cast<std::size_t>(needed));
-        if (mapKey(wide, key.data(), needed) <= 0) throw std::runtime_error("the text has no sort key");
+        keys.resize(begin + static_cast<std::size_t>(needed));
+        if (mapKey(wide, keys.data() + begin, needed) <= 0)
+            throw std::runtime_error("the text has no sort key");
     }
-    while (!key.empty() &&
-           key.back() == '\0') // ends a key, and would come before what continues a shorter one
-        key.pop_back();
-    return key;
+    while (keys.size() > begin &&
+           keys.back() == '\0') // ends a key, and would come before what continues a shorter one
+        keys.pop_back();
 }
 
 } // namespace cvlog::platform::win32

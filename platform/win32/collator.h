@@ -11,7 +11,7 @@ namespace cvlog::platform::win32 {
 class Collator : public ports::Collator {
 public:
     static constexpr std::size_t kLongestCompared = 4096;
-    std::string sortKey(std::u16string_view text) override;
+    void appendSortKey(std::u16string_view text, std::string& keys) override;
 };
 
 } // namespace cvlog::platform::win32

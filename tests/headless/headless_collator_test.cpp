@@ -1,6 +1,10 @@
 #include "platform/headless/headless_collator.h"
 
+#include "base/text.h"
+
 #include <gtest/gtest.h>
+
+#include <random>
 
 namespace cvlog::platform::headless {
 namespace {
@@ -36,6 +40,33 @@ TEST(CollationKeys, AreEqualExactlyForTextsThatDifferInCaseOnly) {
     HeadlessCollator collator;
     EXPECT_EQ(collator.sortKey(u"Payroll \u00C9"), collator.sortKey(u"PAYROLL \u00E9"));
     EXPECT_NE(collator.sortKey(u"co-op"), collator.sortKey(u"coop"));
+}
+
+TEST(CollationKeys, AreAppended) {
+    HeadlessCollator collator;
+    std::string keys = "before";
+    collator.appendSortKey(u"a\u00E9", keys);
+    EXPECT_EQ(keys, "before" + collator.sortKey(u"A\u00C9"));
+}
+
+TEST(CollationKeys, HaveTheOrderOfTheComparison) {
+    constexpr std::u16string_view kUnits =
+        u" -,:09aAbZz\u007F\u00E9\u00C8\u00D7\u03B1\u3042\u4E00\uFF21\u0001";
+    std::mt19937 random(7);
+    const auto text = [&] {
+        std::u16string made;
+        for (auto length = random() % 5; length > 0; --length) made += kUnits[random() % kUnits.size()];
+        return made;
+    };
+    const auto sign = [](int number) { return (number > 0) - (number < 0); };
+    HeadlessCollator collator;
+    for (int i = 0; i < 20'000; ++i) {
+        const std::u16string left = text();
+        const std::u16string right = text();
+        ASSERT_EQ(sign(HeadlessCollator::compare(left, right)),
+                  sign(collator.sortKey(left).compare(collator.sortKey(right))))
+            << base::toUtf8(left) << " | " << base::toUtf8(right);
+    }
 }
 
 } // namespace
