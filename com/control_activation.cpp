@@ -102,6 +102,28 @@ STDMETHODIMP ControlShell::GetWindow(HWND* handle) {
 
 STDMETHODIMP ControlShell::ContextSensitiveHelp(BOOL) { return S_OK; }
 
+// What the container says of its surroundings here it says as ambient properties too, which are read with its site.
+STDMETHODIMP ControlShell::QuickActivate(QACONTAINER* container, QACONTROL* told) {
+    return firewall([&]() -> HRESULT {
+        if (!container || !told) return E_POINTER;
+        const ComPtr<IUnknown> keep(outer());
+        *told = {};
+        told->cbSize = sizeof *told;
+        HRESULT result = SetClientSite(container->pClientSite);
+        if (SUCCEEDED(result) && container->pAdviseSink)
+            result = SetAdvise(DVASPECT_CONTENT, 0, container->pAdviseSink);
+        if (SUCCEEDED(result) && container->pPropertyNotifySink)
+            result = notifications_.Advise(container->pPropertyNotifySink, &told->dwPropNotifyCookie);
+        GetMiscStatus(DVASPECT_CONTENT, &told->dwMiscStatus);
+        GetViewStatus(&told->dwViewStatus);
+        return result;
+    });
+}
+
+STDMETHODIMP ControlShell::SetContentExtent(LPSIZEL size) { return SetExtent(DVASPECT_CONTENT, size); }
+
+STDMETHODIMP ControlShell::GetContentExtent(LPSIZEL size) { return GetExtent(DVASPECT_CONTENT, size); }
+
 STDMETHODIMP ControlShell::InPlaceDeactivate() {
     return firewall([&] {
         if (!inPlaceActive_) return S_OK;

@@ -3,6 +3,7 @@
 #include "com/event_point.h"
 #include "com/firewall.h"
 #include "com/guids.h"
+#include "com/misc_status.h"
 #include "com/type_library.h"
 #include "platform/win32/list_view_window.h"
 
@@ -13,8 +14,6 @@ namespace cvlog::com {
 namespace {
 
 constexpr int kViewDelay = 1; // milliseconds
-constexpr DWORD kMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
-                              OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
 
 } // namespace
 
@@ -46,6 +45,7 @@ void* ControlShell::interfaceOf(REFIID id) noexcept {
         return static_cast<IViewObjectEx*>(this);
     if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2)
         return static_cast<IProvideClassInfo2*>(this);
+    if (id == IID_IQuickActivate) return static_cast<IQuickActivate*>(this);
     if (id == IID_IConnectionPointContainer) return static_cast<IConnectionPointContainer*>(this);
     if (void* persistence = persistence_.interfaceOf(id)) return persistence;
     return DispatchShell::interfaceOf(id);
@@ -83,10 +83,15 @@ STDMETHODIMP ControlShell::GetClientSite(IOleClientSite** site) {
 
 STDMETHODIMP ControlShell::SetHostNames(LPCOLESTR, LPCOLESTR) { return S_OK; }
 
-STDMETHODIMP ControlShell::Close(DWORD) {
+// The document that holds the control asks its user, if anybody: the control saves without a question.
+STDMETHODIMP ControlShell::Close(DWORD saveOption) {
     return firewall([&] {
         const ComPtr<IUnknown> keep(outer());
         InPlaceDeactivate();
+        const ComPtr<IOleClientSite> site = site_;
+        if (saveOption != OLECLOSE_NOSAVE && control().unsaved() && site && SUCCEEDED(site->SaveObject()) &&
+            advises_)
+            advises_->SendOnSave();
         if (advises_) advises_->SendOnClose();
         return S_OK;
     });
@@ -182,8 +187,10 @@ STDMETHODIMP ControlShell::EnumAdvise(IEnumSTATDATA** connections) {
     return firewall([&] { return advises_ ? advises_->EnumAdvise(connections) : S_OK; });
 }
 
-STDMETHODIMP ControlShell::GetMiscStatus(DWORD, DWORD* status) {
-    return status ? (*status = kMiscStatus, S_OK) : E_POINTER;
+STDMETHODIMP ControlShell::GetMiscStatus(DWORD aspect, DWORD* status) {
+    if (!status) return E_POINTER;
+    *status = aspect == DVASPECT_CONTENT ? kControlMiscStatus : 0;
+    return S_OK;
 }
 
 STDMETHODIMP ControlShell::SetColorScheme(LOGPALETTE*) { return E_NOTIMPL; }
@@ -204,6 +211,7 @@ STDMETHODIMP ControlShell::OnAmbientPropertyChange(DISPID property) {
     });
 }
 
+// The control has no events of its own to hold back: what happens in it is raised by the log, for who listens to that.
 STDMETHODIMP ControlShell::FreezeEvents(BOOL) { return S_OK; }
 
 STDMETHODIMP ControlShell::GetClassInfo(ITypeInfo** info) { return typeInfoOf(kControlClass, info); }

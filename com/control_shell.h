@@ -28,6 +28,7 @@ class ControlShell final : public DispatchShell,
                            public IOleInPlaceActiveObject,
                            public IOleControl,
                            public IViewObjectEx,
+                           public IQuickActivate,
                            public IProvideClassInfo2,
                            public IConnectionPointContainer {
 public:
@@ -102,6 +103,11 @@ public:
                               DWORD* result) override;
     STDMETHODIMP GetNaturalExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, HDC target,
                                   DVEXTENTINFO* wanted, LPSIZEL size) override;
+
+    // IQuickActivate
+    STDMETHODIMP QuickActivate(QACONTAINER* container, QACONTROL* told) override;
+    STDMETHODIMP SetContentExtent(LPSIZEL size) override;
+    STDMETHODIMP GetContentExtent(LPSIZEL size) override;
 
     // IProvideClassInfo2
     STDMETHODIMP GetClassInfo(ITypeInfo** info) override;

@@ -2,10 +2,13 @@
 
 #include "com/firewall.h"
 #include "com/guids.h"
+#include "com/misc_status.h"
 #include "com/module.h"
+#include "com/resource_ids.h"
 
 #include <windows.h>
 
+#include <comcat.h>
 #include <olectl.h>
 
 #include <string>
@@ -55,14 +58,18 @@ HRESULT registerClass(const ClassEntry& entry, const std::wstring& path) {
     set(key + L"\\InprocServer32", nullptr, path);
     set(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
     set(key + L"\\ProgID", nullptr, entry.progId);
+    set(key + L"\\VersionIndependentProgID", nullptr, entry.progId);
+    set(key + L"\\Programmable", nullptr, L"");
     set(key + L"\\TypeLib", nullptr, text(kLibraryId));
     set(key + L"\\Version", nullptr, L"4.0");
     set(progKey, nullptr, entry.description);
     set(progKey + L"\\CLSID", nullptr, text(entry.id));
     if (entry.control) {
         set(key + L"\\Control", nullptr, L"");
-        // OLEMISC_RECOMPOSEONRESIZE | CANTLINKINSIDE | INSIDEOUT | ACTIVATEWHENVISIBLE | SETCLIENTSITEFIRST
-        set(key + L"\\MiscStatus\\1", nullptr, L"131473");
+        set(key + L"\\Implemented Categories\\" + text(CATID_Control), nullptr, L"");
+        set(key + L"\\MiscStatus", nullptr, L"0"); // of the aspects that are not shown
+        set(key + L"\\MiscStatus\\1", nullptr, std::to_wstring(kControlMiscStatus));
+        set(key + L"\\ToolboxBitmap32", nullptr, path + L", " + std::to_wstring(CVLOG_TOOLBOX_BITMAP));
     }
     return result;
 }

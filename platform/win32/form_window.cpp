@@ -107,12 +107,16 @@ void FormWindow::listPlaced(widgets::ListView& list, const base::Area& area) {
     ListViewWindow& placed = windowOf(list);
     const bool isNew = GetAncestor(placed.frame(), GA_PARENT) != window();
     placed.moveTo(window(), toPixels(area, dpi_));
+    placed.setForm(window());
     if (isNew) // the last so far that Tab reaches
         SetWindowPos(placed.frame(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     if (GetFocus() == window()) focusChild();
 }
 
-void FormWindow::listTakenOff(widgets::ListView& list) noexcept { windowOf(list).park(); }
+void FormWindow::listTakenOff(widgets::ListView& list) noexcept {
+    windowOf(list).setForm(nullptr);
+    windowOf(list).park();
+}
 
 void FormWindow::show(std::int32_t owner, widgets::Activation activation) {
     const HWND wanted = ownerWindow(owner);

@@ -20,7 +20,17 @@ bool ListViewWindow::beforeMessage(UINT message, WPARAM& wParam, LPARAM lParam, 
         result = giveAccessible(wParam);
         return result != 0;
     }
-    return input_.before(message, wParam);
+    if (input_.before(message, wParam)) return true;
+    // Its owner had the key first. After other messages the list may be gone.
+    return (message == WM_KEYDOWN || message == WM_CHAR) && leavesByTab(message, wParam);
+}
+
+/// In any message loop. The character that Tab types as well is no text to look for.
+bool ListViewWindow::leavesByTab(UINT message, WPARAM wParam) const noexcept {
+    if (!form_ || wParam != VK_TAB || GetKeyState(VK_CONTROL) < 0) return false; // '\t' has the same number
+    if (message == WM_CHAR) return true;
+    SendMessageW(form_, WM_NEXTDLGCTL, GetKeyState(VK_SHIFT) < 0, FALSE); // the list may be gone now
+    return true;
 }
 
 void ListViewWindow::afterMessage(UINT message, WPARAM, LPARAM lParam, LRESULT result) {

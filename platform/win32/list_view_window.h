@@ -37,6 +37,8 @@ public:
     void park() noexcept { frame_->park(); }
     /// Shows the list at that resolution from now on, whatever the window's is.
     void fixResolution(int dpi);
+    /// The form around the list, which Tab leads away in; null for none. It gets WM_NEXTDLGCTL.
+    void setForm(HWND form) noexcept { form_ = form; }
 
     /// Called when the window shows something else, whoever changed it, and when a mouse button goes down in it. The
     /// latter's handler may do anything, the former's must not change the list.
@@ -104,6 +106,7 @@ private:
     void laterCame(WPARAM what) override;
     void itemsChanged(const NMHDR& header);
     void tellFocus() noexcept;
+    bool leavesByTab(UINT message, WPARAM wParam) const noexcept;
     const NMHEADERW* headerNotice(UINT message, LPARAM lParam) const noexcept;
 
     widgets::ListView& model_;
@@ -119,6 +122,7 @@ private:
     std::optional<base::Font> shownFont_;
     int dpi_ = 0;
     int fixedDpi_ = 0; // 0: the window's
+    HWND form_ = nullptr;
     bool inBatch_ = false;
     Pending pending_;
     widgets::RowId toldFocus_ = 0; // the row that last had the focus

@@ -2,6 +2,7 @@
 
 #include "tests/windows/control_site.h"
 #include "tests/windows/font_objects.h"
+#include "tests/windows/notify_sink.h"
 #include "tests/windows/script_host.h"
 
 #include <commctrl.h>
@@ -16,34 +17,6 @@ constexpr HRESULT kSetNotPermitted = static_cast<HRESULT>(0x800A0183);
 constexpr HRESULT kSetNotSupportedAtRunTime = static_cast<HRESULT>(0x800A017E);
 constexpr WORD kPuts[] = {DISPATCH_PROPERTYPUT, DISPATCH_PROPERTYPUTREF};
 constexpr HRESULT kObjectRequired = static_cast<HRESULT>(0x800A01A8);
-
-class NotifySink final : public IPropertyNotifySink {
-public:
-    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        const bool known = id == IID_IUnknown || id == IID_IPropertyNotifySink;
-        *result = known ? this : nullptr;
-        return known ? (AddRef(), S_OK) : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
-    STDMETHODIMP_(ULONG) Release() override { return --references; }
-    STDMETHODIMP OnChanged(DISPID id) override {
-        changed.push_back(id);
-        if (handler) handler();
-        return E_FAIL; // a failing sink is not the caller's concern
-    }
-    STDMETHODIMP OnRequestEdit(DISPID id) override {
-        asked.push_back(id);
-        if (asking) asking();
-        return answer;
-    }
-
-    std::vector<DISPID> changed;
-    std::vector<DISPID> asked;
-    std::function<void()> handler;
-    std::function<void()> asking;
-    HRESULT answer = S_OK;
-    ULONG references = 1;
-};
 
 class ControlPropertiesOverCom : public ComTest {
 protected:

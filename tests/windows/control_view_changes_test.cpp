@@ -1,36 +1,12 @@
 // What a container that draws the control itself hears of its changes.
 
 #include "tests/windows/control_view_fixture.h"
+#include "tests/windows/view_sink.h"
 
 #include <commctrl.h>
 
 namespace cvlog::tests {
 namespace {
-
-class ViewSink final : public IAdviseSink {
-public:
-    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        const bool known = id == IID_IUnknown || id == IID_IAdviseSink;
-        *result = known ? this : nullptr;
-        return known ? (AddRef(), S_OK) : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
-    STDMETHODIMP_(ULONG) Release() override { return --references; }
-    STDMETHODIMP_(void) OnDataChange(FORMATETC*, STGMEDIUM*) override {}
-    STDMETHODIMP_(void) OnViewChange(DWORD aspect, LONG index) override {
-        EXPECT_EQ(aspect, static_cast<DWORD>(DVASPECT_CONTENT));
-        EXPECT_EQ(index, -1);
-        ++changes;
-        if (handler) handler();
-    }
-    STDMETHODIMP_(void) OnRename(IMoniker*) override {}
-    STDMETHODIMP_(void) OnSave() override {}
-    STDMETHODIMP_(void) OnClose() override {}
-
-    std::function<void()> handler;
-    int changes = 0;
-    ULONG references = 1;
-};
 
 bool timerCame = false;
 

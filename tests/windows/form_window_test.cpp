@@ -1,4 +1,5 @@
 #include "tests/windows/form_window_fixture.h"
+#include "tests/windows/held_keys.h"
 #include "tests/windows/live_objects.h"
 
 #include <stdexcept>
@@ -285,6 +286,40 @@ TEST_F(Win32FormKeys, ShiftAndTabGoBack) {
     keys[VK_SHIFT] = 0;
     SetKeyboardState(keys);
     EXPECT_EQ(GetFocus(), one_);
+}
+
+TEST_F(Win32FormKeys, TabLeadsOnFromAListInBothDirections) {
+    shown_->form.place(*model_, {0, 1200, 3000, 1500});
+    SetFocus(window_->list());
+    post(window_->list(), WM_KEYDOWN, VK_TAB);
+    EXPECT_EQ(GetFocus(), one_) << "the last one leads to the first";
+    SetFocus(window_->list());
+    {
+        const tests::HeldKeys shift{VK_SHIFT};
+        SendMessageW(window_->list(), WM_KEYDOWN, VK_TAB, 1);
+    }
+    EXPECT_EQ(GetFocus(), two_);
+    SetFocus(window_->list());
+    const tests::HeldKeys control{VK_CONTROL};
+    SendMessageW(window_->list(), WM_KEYDOWN, VK_TAB, 1);
+    EXPECT_EQ(GetFocus(), window_->list()) << "Ctrl+Tab is something else";
+}
+
+TEST_F(Win32FormKeys, TabStaysInAListWhoseOwnerTakesItAndInOneThatIsTakenOff) {
+    struct Taker : widgets::ListViewOwner {
+        void keyPressed(widgets::KeyEvent& event) override { event.code = 0; }
+    } taker;
+    shown_->form.place(*model_, {0, 1200, 3000, 1500});
+    SetFocus(window_->list());
+    model_->setOwner(&taker);
+    post(window_->list(), WM_KEYDOWN, VK_TAB);
+    EXPECT_EQ(GetFocus(), window_->list());
+    model_->setOwner(nullptr);
+    shown_->form.takeOffList();
+    const HWND other = showInWindow();
+    post(window_->list(), WM_KEYDOWN, VK_TAB);
+    EXPECT_EQ(GetFocus(), window_->list());
+    EXPECT_TRUE(IsChild(other, window_->list()));
 }
 
 TEST_F(Win32FormKeys, EnterPressesTheButtonWithTheFocus) {

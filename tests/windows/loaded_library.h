@@ -15,7 +15,10 @@ public:
     LoadedLibrary& operator=(const LoadedLibrary&) = delete;
 
     bool loaded() const { return module_ != nullptr; }
+    HMODULE module() const { return module_; }
     HRESULT canUnload() const { return entry<HRESULT(WINAPI*)()>("DllCanUnloadNow")(); }
+    HRESULT registers() const { return entry<HRESULT(WINAPI*)()>("DllRegisterServer")(); }
+    HRESULT unregisters() const { return entry<HRESULT(WINAPI*)()>("DllUnregisterServer")(); }
     HRESULT classObject(const GUID& id, void** factory) const {
         using GetClass = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
         return entry<GetClass>("DllGetClassObject")(id, IID_IClassFactory, factory);
