@@ -54,4 +54,11 @@ void ControlShell::readAmbients(DISPID property) {
         control().setAmbientFont(fontOf(ambient(site.Get(), DISPID_AMBIENT_FONT)));
 }
 
+LCID ControlShell::ambientLocale() const {
+    const automation::Value locale = ambient(site_.Get(), DISPID_AMBIENT_LOCALEID);
+    if (locale.isNothing()) return GetUserDefaultLCID();
+    return base::valueOr(GetUserDefaultLCID(),
+                         [&locale] { return static_cast<LCID>(automation::toInt32(locale)); });
+}
+
 } // namespace cvlog::com

@@ -45,6 +45,8 @@ void* ControlShell::interfaceOf(REFIID id) noexcept {
         return static_cast<IViewObjectEx*>(this);
     if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2)
         return static_cast<IProvideClassInfo2*>(this);
+    if (id == IID_ISpecifyPropertyPages) return static_cast<ISpecifyPropertyPages*>(this);
+    if (id == IID_IPerPropertyBrowsing) return static_cast<IPerPropertyBrowsing*>(this);
     if (id == IID_IQuickActivate) return static_cast<IQuickActivate*>(this);
     if (id == IID_IConnectionPointContainer) return static_cast<IConnectionPointContainer*>(this);
     if (void* persistence = persistence_.interfaceOf(id)) return persistence;
@@ -109,7 +111,7 @@ STDMETHODIMP ControlShell::GetClipboardData(DWORD, IDataObject** data) {
     return data ? (*data = nullptr, E_NOTIMPL) : E_POINTER;
 }
 
-STDMETHODIMP ControlShell::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND, LPCRECT) {
+STDMETHODIMP ControlShell::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND parent, LPCRECT) {
     return firewall([&]() -> HRESULT {
         const ComPtr<IUnknown> keep(outer());
         switch (verb) {
@@ -122,6 +124,8 @@ STDMETHODIMP ControlShell::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND,
         case OLEIVERB_HIDE:
             UIDeactivate();
             return InPlaceDeactivate();
+        case OLEIVERB_PROPERTIES:
+            return showProperties(parent);
         case OLEIVERB_DISCARDUNDOSTATE:
             return S_OK; // there is none
         default: {
@@ -131,10 +135,6 @@ STDMETHODIMP ControlShell::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND,
         }
         }
     });
-}
-
-STDMETHODIMP ControlShell::EnumVerbs(IEnumOLEVERB** verbs) {
-    return verbs ? (*verbs = nullptr, OLEOBJ_E_NOVERBS) : E_POINTER;
 }
 
 STDMETHODIMP ControlShell::Update() { return S_OK; }

@@ -29,6 +29,8 @@ class ControlShell final : public DispatchShell,
                            public IOleControl,
                            public IViewObjectEx,
                            public IQuickActivate,
+                           public ISpecifyPropertyPages,
+                           public IPerPropertyBrowsing,
                            public IProvideClassInfo2,
                            public IConnectionPointContainer {
 public:
@@ -109,6 +111,15 @@ public:
     STDMETHODIMP SetContentExtent(LPSIZEL size) override;
     STDMETHODIMP GetContentExtent(LPSIZEL size) override;
 
+    // ISpecifyPropertyPages
+    STDMETHODIMP GetPages(CAUUID* pages) override;
+
+    // IPerPropertyBrowsing
+    STDMETHODIMP GetDisplayString(DISPID property, BSTR* text) override;
+    STDMETHODIMP MapPropertyToPage(DISPID property, CLSID* page) override;
+    STDMETHODIMP GetPredefinedStrings(DISPID property, CALPOLESTR* strings, CADWORD* cookies) override;
+    STDMETHODIMP GetPredefinedValue(DISPID property, DWORD cookie, VARIANT* value) override;
+
     // IProvideClassInfo2
     STDMETHODIMP GetClassInfo(ITypeInfo** info) override;
     STDMETHODIMP GetGUID(DWORD kind, GUID* id) override;
@@ -140,6 +151,9 @@ private:
     void propertyChanged(DISPID property);
     /// DISPID_UNKNOWN for all of them. What the container does not say stays as it is without a container.
     void readAmbients(DISPID property);
+    /// The language of the container, or of the user where it does not say.
+    LCID ambientLocale() const;
+    HRESULT showProperties(HWND parent);
 
     NotifyPoint notifications_;
     ControlPersistence persistence_;

@@ -35,13 +35,22 @@ public:
 
 const IID kLogInterfaces[] = {IID_IDispatch,         com::kLogInterface,     IID_ISupportErrorInfo,
                               IID_IProvideClassInfo, IID_IProvideClassInfo2, IID_IConnectionPointContainer};
-const IID kControlInterfaces[] = {IID_IDispatch,          com::kControlInterface,
-                                  IID_ISupportErrorInfo,  IID_IProvideClassInfo,
-                                  IID_IProvideClassInfo2, IID_IOleObject,
-                                  IID_IOleWindow,         IID_IOleInPlaceObject,
-                                  IID_IOleControl,        IID_IOleInPlaceActiveObject,
-                                  IID_IViewObject,        IID_IViewObject2,
-                                  IID_IViewObjectEx};
+const IID kControlInterfaces[] = {IID_IDispatch,
+                                  com::kControlInterface,
+                                  IID_ISupportErrorInfo,
+                                  IID_IProvideClassInfo,
+                                  IID_IProvideClassInfo2,
+                                  IID_IOleObject,
+                                  IID_IOleWindow,
+                                  IID_IOleInPlaceObject,
+                                  IID_IOleControl,
+                                  IID_IOleInPlaceActiveObject,
+                                  IID_IViewObject,
+                                  IID_IViewObject2,
+                                  IID_IViewObjectEx,
+                                  IID_IQuickActivate,
+                                  IID_IPerPropertyBrowsing,
+                                  IID_ISpecifyPropertyPages};
 
 class Aggregation : public ComTest {
 protected:
