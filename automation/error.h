@@ -61,6 +61,8 @@ inline constexpr std::int32_t kSetNotSupportedAtRunTime = of(0x800A017E); // 382
 inline constexpr std::int32_t kSetNotPermitted = of(0x800A0183);          // 387
 inline constexpr std::int32_t kInvalidPropertyValue = of(0x800A017C);     // 380
 inline constexpr std::int32_t kControlNotFound = of(0x800A02DA);          // 730
+inline constexpr std::int32_t kNoArrayElement = of(0x800A0154);           // 340
+inline constexpr std::int32_t kNotAnArray = of(0x800A0157);               // 343
 /// What lists and their collections raise.
 inline constexpr std::int32_t kIndexOutOfBounds = of(0x800A8B10); // 35600
 inline constexpr std::int32_t kElementNotFound = of(0x800A8B11);  // 35601

@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "host/menu_help_hook.h"
 #include "hostapi/host_window.h"
 
 namespace cvlog::core {
@@ -40,6 +41,8 @@ void passKeyOn(Globals& globals, std::int16_t code) noexcept {
 }
 
 } // namespace
+
+CVLog::~CVLog() { host::RemoveMenuHelpHook(globals_); }
 
 void CVLog::FireEvent(std::u16string_view name, std::span<Value> arguments) {
     if (globals_.ExpansionBusy) return;

@@ -14,6 +14,8 @@ namespace cvlog::core {
 class CVLog : public automation::DispatchObject {
 public:
     explicit CVLog(Globals& globals) : globals_(globals) {}
+    /// The end of any log also ends the help in menus.
+    ~CVLog() override;
 
     static const automation::DispatchTable& members();
     const automation::DispatchTable& dispatchTable() const override { return members(); }

@@ -12,7 +12,9 @@
 #include "ports/collator.h"
 #include "ports/file_system.h"
 #include "ports/fonts.h"
+#include "ports/help_viewer.h"
 #include "ports/message_boxes.h"
+#include "ports/message_filter.h"
 #include "ports/pictures.h"
 #include "ports/screens.h"
 #include "ports/settings_store.h"
@@ -50,6 +52,8 @@ struct Platform {
     ports::Screens& screens;
     ports::WindowMessages& windowMessages;
     ports::Fonts& fonts;
+    ports::HelpViewer& helpViewer;
+    ports::MessageFilters& messageFilters;
     widgets::PeerFactory& peers;
     store::Engine& engine;
     resources::Language language;
@@ -69,6 +73,8 @@ struct Platform {
             .screens = services.screens,
             .windowMessages = services.windowMessages,
             .fonts = services.fonts,
+            .helpViewer = services.helpViewer,
+            .messageFilters = services.messageFilters,
             .peers = services.peers,
             .engine = engine,
             .language = services.language,
@@ -107,6 +113,23 @@ struct PlacementState {
     std::shared_ptr<host::FrmLog> frmLog; // the floating window; null while it is closed
 };
 
+/// What was chosen from a log's menu, from its click until the next menu is prepared. All controls share it.
+struct CommandState {
+    std::u16string PendingCommand;
+    std::int16_t PendingColumnIndex = 0;
+    /// Makes a report of a list, with its title, its name, and a 0. Nothing happens without it.
+    std::function<void(const LogViews::ListRef&, std::u16string_view, std::u16string_view, int)> report;
+    /// Shows the history of the log. Nothing happens without it.
+    std::function<void()> showHistory;
+};
+
+/// F1 while a menu is open.
+struct MenuHelpState {
+    std::unique_ptr<ports::MessageFilter> MenuHelpHook; // null when none is installed
+    bool MenuHelpShown = false;                         // F1 was handled in this menu
+    std::u16string MenuHelpContext;                     // decimal
+};
+
 /// What the hidden resource form holds for all lists.
 struct LogResources {
     std::shared_ptr<widgets::ImageList> ilLog;
@@ -127,6 +150,8 @@ struct Globals {
     Platform platform;
     std::function<std::shared_ptr<void>()> holder; // set by whoever owns this state
     core::LogViews LogViews; // goes after all that may hold a control, which leaves it in its end
+    CommandState commands;
+    MenuHelpState menuHelp; // goes after the logs, which remove it in their end
     Series series;
     base::LocalTime LastEntryTime;
     bool LogWindowVisible = false;

@@ -38,7 +38,9 @@ void FrmLog::load() {
 
 void FrmLog::localise() {
     const auto text = [&](int id) { return std::u16string(resources::text(globals_.platform.language, id)); };
-    mnuPopUp_ = {u"mnuPopUp", text(kPopUpCaption), {{u"mnuHistory", text(kHistoryCaption), {}}}};
+    mnuPopUp_ = {.name = u"mnuPopUp", .caption = text(kPopUpCaption)};
+    mnuPopUp_.items.push_back(std::make_shared<widgets::MenuItem>(
+        widgets::MenuItem{.name = u"mnuHistory", .caption = text(kHistoryCaption)}));
     base::ignoring(
         [&] { form_->setCaption(globals_.store.Workspace.productName() + u" " + text(kLogName)); });
 }

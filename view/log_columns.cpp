@@ -53,6 +53,16 @@ void showInList(ports::TextMeasurer& measurer, const base::Font& font, widgets::
     core::AutoSizeColumns(list, 0);
 }
 
+// The menu has one by design; each further one is made like the one before.
+widgets::MenuItem& columnItem(widgets::MenuItem& menu, int column) {
+    if (static_cast<int>(menu.items.size()) < column) {
+        auto item = std::make_shared<widgets::MenuItem>(*menu.items.back());
+        item->index = column - 1;
+        menu.items.push_back(std::move(item));
+    }
+    return *menu.items[static_cast<std::size_t>(column - 1)];
+}
+
 } // namespace
 
 void LocaliseColumns(const core::Globals& globals, widgets::ListView& list) {
@@ -64,13 +74,18 @@ void LocaliseColumns(const core::Globals& globals, widgets::ListView& list) {
     list.setColumns(std::move(columns));
 }
 
-void SetUpColumns(core::Globals& globals, widgets::ListView& list) {
+void SetUpColumns(core::Globals& globals, widgets::ListView& list, widgets::MenuItem& columnsMenu) {
     std::vector<int> positions;
     for (int index = 1; index <= list.columnCount(); ++index)
         positions.push_back(storedPosition(globals, list.column(index), index));
     widgets::ListView::Batch batch(list);
     for (int index = 1; index <= list.columnCount(); ++index) {
         const int position = positions[static_cast<std::size_t>(index - 1)];
+        const widgets::Column& column = list.column(index);
+        widgets::MenuItem& item = columnItem(columnsMenu, index);
+        item.checked = position != 0;
+        item.caption = column.caption;
+        item.tag = column.key;
         if (position == 0) {
             list.setColumnWidth(index, 0);
             continue;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/globals.h"
+#include "widgets/menu_item.h"
 
 namespace cvlog::view {
 
@@ -8,8 +9,9 @@ namespace cvlog::view {
 void LocaliseColumns(const core::Globals& globals, widgets::ListView& list);
 
 /// Shows and places the columns as the user's settings say; by default all of them in their natural order, each as
-/// wide as its caption needs. Failures of the settings are ignored, column by column.
-void SetUpColumns(core::Globals& globals, widgets::ListView& list);
+/// wide as its caption needs. The columns menu, which has its first item by design, gets an item a column, checked when
+/// the column is shown. Failures of the settings are ignored, column by column.
+void SetUpColumns(core::Globals& globals, widgets::ListView& list, widgets::MenuItem& columnsMenu);
 
 /// Shows or hides a column, by its key, in every list, and remembers that for the user: its place in the oldest list, or
 /// that it is hidden. A shown column is as wide as its caption needs in the resources' font. Settings that cannot be

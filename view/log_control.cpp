@@ -9,16 +9,39 @@
 #include "view/list_object.h"
 #include "view/log_columns.h"
 #include "view/log_control_ids.h"
+#include "view/log_dbl_click.h"
 #include "view/log_describer.h"
+#include "view/log_keys.h"
+#include "view/log_menu.h"
+#include "view/menu_object.h"
 #include "view/row_copy.h"
+#include "view/sorting.h"
 
 namespace cvlog::view {
+
+namespace {
+
+// In the menu's order; the items of the columns menu are one array.
+void addMenuObjects(std::vector<NamedControl>& controls, const widgets::MenuItemRef& menu) {
+    controls.push_back({menu->name, makeMenuItemObject(menu)});
+    if (!menu->items.empty() && menu->items.front()->index)
+        return controls.push_back({menu->items.front()->name, makeMenuArrayObject(menu)});
+    for (const widgets::MenuItemRef& item : menu->items) addMenuObjects(controls, item);
+}
+
+automation::ObjectRef controlsOf(const core::LogViews::ListRef& list, const widgets::MenuItemRef& menu) {
+    std::vector<NamedControl> controls = {{u"lvLog", makeListObject(list)}};
+    addMenuObjects(controls, menu);
+    return makeControls(std::move(controls));
+}
+
+} // namespace
 
 LogControl::LogControl(core::Globals& globals)
     : globals_(globals),
       lvLog_(std::make_shared<widgets::ListView>(globals.platform.collator, globals.platform.measurer,
                                                  globals.LogViews.rowIds())),
-      controls_(makeControls({{u"lvLog", makeListObject(lvLog_)}})),
+      mnuPopUpLog_(MakeLogMenu(globals.platform.language)), controls_(controlsOf(lvLog_, mnuPopUpLog_)),
       font_(globals.platform.fonts, [this](const base::Font& font) { fontChanged(font); }) {
     LocaliseColumns(globals_, *lvLog_);
     lvLog_->setDescriber(std::make_shared<LogDescriber>(globals_.platform.language));
@@ -34,7 +57,7 @@ LogControl::LogControl(core::Globals& globals)
 }
 
 void LogControl::fillList() {
-    SetUpColumns(globals_, *lvLog_);
+    SetUpColumns(globals_, *lvLog_, *findMenuItem(mnuPopUpLog_, u"mnuCol"));
     if (globals_.store.CurrentLog && globals_.LogViews.count() > 1) {
         core::AttachImageLists(globals_, *lvLog_);
         CopyAllRows(*globals_.LogViews.first(), *lvLog_);
@@ -146,6 +169,37 @@ void LogControl::gotFocus() { passFocus(true, u"GotFocus"); }
 
 void LogControl::lostFocus() { passFocus(false, u"LostFocus"); }
 
-void LogControl::mouseReleased(widgets::MouseButton) { lvLog_->repaint(); }
+void LogControl::run(const std::function<void(const CommandTarget&)>& action) noexcept {
+    base::ignoring([&] {
+        const std::shared_ptr<void> apartment = globals_.hold();
+        const CommandTarget target{globals_, lvLog_, mnuPopUpLog_, weak_from_this().lock()};
+        action(target);
+    });
+}
+
+void LogControl::doubleClick(const automation::ObjectRef& f) { LogDblClick(globals_, f); }
+
+void LogControl::columnClicked(int column) {
+    run([column](const CommandTarget& target) { SortByColumn(target.globals, target.list, column); });
+}
+
+void LogControl::doubleClicked() {
+    run([](const CommandTarget& target) { LogDblClick(target.globals, target.control); });
+}
+
+void LogControl::keyPressed(widgets::KeyEvent& key) {
+    run([&key](const CommandTarget& target) { LogKeyPressed(target, key); });
+}
+
+void LogControl::keyReleased(widgets::KeyEvent& key) {
+    run([&key](const CommandTarget& target) { LogKeyReleased(target, key); });
+}
+
+void LogControl::mouseReleased(widgets::MouseButton button) {
+    run([button](const CommandTarget& target) {
+        if (button == widgets::MouseButton::Right) base::ignoring([&] { ShowMenuAndDispatch(target); });
+        target.list->repaint();
+    });
+}
 
 } // namespace cvlog::view

@@ -4,6 +4,7 @@
 #include "core/globals.h"
 #include "view/control_properties.h"
 #include "view/live_font.h"
+#include "view/log_commands.h"
 
 #include <functional>
 #include <memory>
@@ -25,6 +26,11 @@ public:
 
     /// What the control holds, by name.
     const automation::ObjectRef& controls() const noexcept { return controls_; }
+
+    const widgets::MenuItemRef& mnuPopUpLog() const noexcept { return mnuPopUpLog_; }
+
+    /// What a double click does in `f`: this control, or what else holds a list "lvLog" and the items of its menu.
+    void doubleClick(const automation::ObjectRef& f);
 
     /// In design mode the container's user edits the form that holds the control; nothing runs.
     void setDesignMode(bool designing) noexcept { designMode_ = designing; }
@@ -59,11 +65,17 @@ public:
     void markSaved() noexcept { unsaved_ = false; }
 
 private:
+    void columnClicked(int column) override;
+    void doubleClicked() override;
+    void keyPressed(widgets::KeyEvent& key) override;
+    void keyReleased(widgets::KeyEvent& key) override;
     void mouseReleased(widgets::MouseButton button) override;
     void gotFocus() override;
     void lostFocus() override;
     void fillList();
     void leaveViews() noexcept;
+    /// Runs what the user wants of a log: it and the apartment stay until that is done, and failures end there.
+    void run(const std::function<void(const CommandTarget&)>& action) noexcept;
     void passFocus(bool got, std::u16string_view event) noexcept;
     void askToChange(std::int32_t property) const;
     void markChanged(std::int32_t property);
@@ -73,6 +85,7 @@ private:
 
     core::Globals& globals_;
     core::LogViews::ListRef lvLog_;
+    widgets::MenuItemRef mnuPopUpLog_;
     automation::ObjectRef controls_;
     bool designMode_ = false;
     bool unsaved_ = false;

@@ -12,6 +12,7 @@ inline constexpr std::int32_t kEnabledId = -514;
 inline constexpr std::int32_t kHwndId = -515;
 inline constexpr std::int32_t kRefreshId = -550;
 inline constexpr std::int32_t kTextWidthId = 0x60030001;
+inline constexpr std::int32_t kLogDblClickId = 0x60030002;
 inline constexpr std::int32_t kControlsId = 0x68030000;
 
 } // namespace cvlog::view

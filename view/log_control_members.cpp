@@ -49,6 +49,9 @@ const DispatchTable& LogControl::members() {
                      [](Self& self, std::span<Value> values) {
                          return self.lvLog().textWidth(values[0].as<std::u16string>());
                      }),
+        method<Self>(
+            u"LogDblClick", kLogDblClickId, Type::Nothing, {{u"f", Type::Object}},
+            [](Self& self, std::span<Value> values) { self.doubleClick(values[0].as<ObjectRef>()); }),
     };
     return table;
 }

@@ -15,4 +15,9 @@ std::unique_ptr<widgets::TimerPeer> HeadlessPeerFactory::makeTimer(widgets::Time
     return std::make_unique<HeadlessTimerPeer>(timer, gate_, timers);
 }
 
+std::unique_ptr<widgets::PopupMenuPeer>
+HeadlessPeerFactory::makePopupMenu(const widgets::MenuItem& menu, const widgets::MenuItem* defaultItem) {
+    return std::make_unique<HeadlessPopupMenu>(menu, defaultItem, gate_, menus);
+}
+
 } // namespace cvlog::platform::headless

@@ -4,6 +4,7 @@
 #include "platform/headless/headless_clock.h"
 #include "platform/headless/headless_collator.h"
 #include "platform/headless/headless_fonts.h"
+#include "platform/headless/headless_message_filters.h"
 #include "platform/headless/headless_peer_factory.h"
 #include "platform/headless/headless_pictures.h"
 #include "platform/headless/headless_screens.h"
@@ -11,6 +12,7 @@
 #include "platform/headless/memory_file_system.h"
 #include "platform/headless/memory_settings.h"
 #include "platform/headless/recording_clipboard.h"
+#include "platform/headless/recording_help_viewer.h"
 #include "platform/headless/recording_message_boxes.h"
 #include "platform/headless/recording_window_messages.h"
 #include "resources/string_table.h"
@@ -35,6 +37,8 @@ struct HeadlessPlatform {
     HeadlessPictures pictures{gate, files};
     RecordingWindowMessages windowMessages{gate};
     HeadlessFonts fonts{gate};
+    RecordingHelpViewer helpViewer{gate};
+    HeadlessMessageFilters messageFilters{gate};
     HeadlessPeerFactory peers{gate};
     resources::Language language = resources::Language::English;
 };

@@ -33,6 +33,7 @@ inline void releaseObject(HGDIOBJ object) noexcept { DeleteObject(object); }
 inline void releaseDc(HDC dc) noexcept { DeleteDC(dc); }
 inline void releaseIcon(HICON icon) noexcept { DestroyIcon(icon); }
 inline void releaseImages(HIMAGELIST images) noexcept { ImageList_Destroy(images); }
+inline void releaseMenu(HMENU menu) noexcept { DestroyMenu(menu); }
 inline void releaseKey(HKEY key) noexcept { RegCloseKey(key); }
 
 using FontHandle = Owned<HFONT, releaseObject>;
@@ -40,6 +41,7 @@ using BitmapHandle = Owned<HBITMAP, releaseObject>;
 using IconHandle = Owned<HICON, releaseIcon>;
 using MemoryDc = Owned<HDC, releaseDc>;
 using ImageListHandle = Owned<HIMAGELIST, releaseImages>;
+using MenuHandle = Owned<HMENU, releaseMenu>;
 using RegistryKey = Owned<HKEY, releaseKey>;
 
 /// An open file; INVALID_HANDLE_VALUE counts as none.

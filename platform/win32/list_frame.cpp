@@ -81,6 +81,8 @@ LRESULT ListFrame::handleMessage(HWND window, UINT message, WPARAM wParam, LPARA
         return 0;
     case WM_ERASEBKGND:
         return 1; // the list covers everything
+    case WM_CONTEXTMENU:
+        return 0; // lists have menus of their own: windows above show none
     case WM_NOTIFY: {
         auto& header = *reinterpret_cast<NMHDR*>(lParam);
         if (events_ && list_ && header.hwndFrom == list_) return events_->notified(header);

@@ -4,8 +4,10 @@
 #include "platform/win32/clock.h"
 #include "platform/win32/collator.h"
 #include "platform/win32/file_system.h"
+#include "platform/win32/help_viewer.h"
 #include "platform/win32/host_window.h"
 #include "platform/win32/message_boxes.h"
+#include "platform/win32/message_filters.h"
 #include "platform/win32/module.h"
 #include "platform/win32/peer_factory.h"
 #include "platform/win32/pictures.h"
@@ -31,6 +33,8 @@ struct Services {
     Screens screens;
     Pictures pictures{thisModule()};
     WindowMessages windowMessages;
+    HelpViewer helpViewer;
+    MessageFilters messageFilters;
     PeerFactory peers{host};
     resources::Language language = userLanguage();
 };

@@ -29,8 +29,8 @@ TEST_F(FloatingLog, IsNamedAfterTheProductAndKeepsItsDesignNameWithoutOne) {
     open();
     EXPECT_EQ(placement().frmLog->form()->caption(), u"Calvetta Activity Log");
     EXPECT_EQ(placement().frmLog->mnuPopUp().caption, u"PopUp");
-    EXPECT_EQ(placement().frmLog->mnuPopUp().items.at(0).name, u"mnuHistory");
-    EXPECT_EQ(placement().frmLog->mnuPopUp().items.at(0).caption, u"&History");
+    EXPECT_EQ(placement().frmLog->mnuPopUp().items.at(0)->name, u"mnuHistory");
+    EXPECT_EQ(placement().frmLog->mnuPopUp().items.at(0)->caption, u"&History");
     CloseFloatingWindow(globals());
     world.host.workspace->on(u"GetProductInfo",
                              [](std::span<automation::Value>) { return automation::Value(u"Prod"); });

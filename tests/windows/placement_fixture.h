@@ -2,6 +2,7 @@
 
 #include "tests/windows/counting_sink.h"
 #include "tests/windows/form_window_fixture.h"
+#include "tests/windows/from_the_loop.h"
 #include "tests/windows/invoke_call.h"
 #include "tests/windows/loaded_library.h"
 #include "tests/windows/placing_host.h"
@@ -9,7 +10,6 @@
 #include <commctrl.h>
 #include <ocidl.h>
 
-#include <map>
 #include <optional>
 
 namespace cvlog::tests {
@@ -17,46 +17,6 @@ namespace cvlog::tests {
 using platform::win32::HostsWindow;
 using platform::win32::takeMessages;
 using platform::win32::takeMessagesUntil;
-
-/// Acts from inside whatever loop takes messages, again and again until `act` answers that it is done.
-class FromTheLoop {
-public:
-    explicit FromTheLoop(std::function<bool()> act)
-        : act_(std::move(act)), timer_(SetTimer(nullptr, 0, 10, &tick)) {
-        running()[timer_] = this;
-    }
-    ~FromTheLoop() { stop(); }
-    FromTheLoop(const FromTheLoop&) = delete;
-    FromTheLoop& operator=(const FromTheLoop&) = delete;
-
-    bool done() const noexcept { return timer_ == 0; }
-
-private:
-    static std::map<UINT_PTR, FromTheLoop*>& running() {
-        static std::map<UINT_PTR, FromTheLoop*> all;
-        return all;
-    }
-    static void CALLBACK tick(HWND, UINT, UINT_PTR timer, DWORD) {
-        const auto found = running().find(timer);
-        if (found == running().end()) return;
-        FromTheLoop& self = *found->second;
-        if (self.busy_) return; // it takes messages itself
-        self.busy_ = true;
-        const bool finished = self.act_();
-        self.busy_ = false;
-        if (finished) self.stop();
-    }
-    void stop() {
-        if (timer_ == 0) return;
-        KillTimer(nullptr, timer_);
-        running().erase(timer_);
-        timer_ = 0;
-    }
-
-    std::function<bool()> act_;
-    UINT_PTR timer_;
-    bool busy_ = false;
-};
 
 /// An open log of a host that has one window, driven through IDispatch.
 class PlacementTest : public ComTest {

@@ -154,9 +154,15 @@ TEST(TypeLibrary, DispatchIdsOfTheLogAreFrozen) {
 }
 
 TEST(TypeLibrary, DispatchIdsOfTheControlAreFrozen) {
-    const std::map<std::u16string_view, std::int32_t> frozen = {
-        {u"BackColor", -501}, {u"ForeColor", -513}, {u"Enabled", -514},         {u"Font", -512},
-        {u"hwnd", -515},      {u"Refresh", -550},   {u"TextWidth", 0x60030001}, {u"Controls", 0x68030000}};
+    const std::map<std::u16string_view, std::int32_t> frozen = {{u"BackColor", -501},
+                                                                {u"ForeColor", -513},
+                                                                {u"Enabled", -514},
+                                                                {u"Font", -512},
+                                                                {u"hwnd", -515},
+                                                                {u"Refresh", -550},
+                                                                {u"TextWidth", 0x60030001},
+                                                                {u"Controls", 0x68030000},
+                                                                {u"LogDblClick", 0x60030002}};
     for (const auto& [name, id] : frozen)
         EXPECT_EQ(view::LogControl::members().idOf(name), id) << std::string(name.begin(), name.end());
 }

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+
+// The contexts of the host's help file that the component asks for.
+
+namespace cvlog::host {
+
+inline constexpr std::int32_t kLogMenuHelp = 1001;
+
+} // namespace cvlog::host

@@ -1,0 +1,371 @@
+// The log's menu in real windows: by the mouse and by keys, with help, and while its windows go.
+
+#include "core/cv_log.h"
+#include "host/help_contexts.h"
+#include "platform/headless/headless_fonts.h"
+#include "platform/headless/recording_help_viewer.h"
+#include "platform/win32/popup_menu.h"
+#include "tests/support/fake_engine.h"
+#include "tests/support/fake_host.h"
+#include "tests/windows/form_window_fixture.h"
+#include "tests/windows/from_the_loop.h"
+#include "view/list_set.h"
+#include "view/log_control.h"
+#include "view/log_menu.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace cvlog::platform::win32 {
+namespace {
+
+using tests::FromTheLoop;
+
+/// The services of Windows, but help that nobody has to close.
+struct MenuServices : Services {
+    headless::CallGate gate;
+    headless::HeadlessFonts fonts{gate};
+    headless::RecordingHelpViewer helpViewer{gate};
+};
+
+HWND menuWindow() {
+    HWND found = nullptr;
+    while ((found = FindWindowExW(nullptr, found, L"#32768", nullptr)))
+        if (IsWindowVisible(found) && GetWindowThreadProcessId(found, nullptr) == GetCurrentThreadId()) break;
+    return found;
+}
+
+HMENU menuOf(HWND window) {
+    constexpr UINT kGetMenu = 0x01E1; // MN_GETHMENU
+    return reinterpret_cast<HMENU>(SendMessageW(window, kGetMenu, 0, 0));
+}
+
+/// What an item says and how it looks: "E&xpand default".
+std::wstring itemOf(HMENU menu, UINT place) {
+    wchar_t text[80] = L"";
+    MENUITEMINFOW info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_FTYPE | MIIM_STATE | MIIM_STRING;
+    info.dwTypeData = text;
+    info.cch = 80;
+    if (!GetMenuItemInfoW(menu, place, TRUE, &info)) return L"none";
+    std::wstring item = (info.fType & MFT_SEPARATOR) ? L"|" : text;
+    if (info.fState & MFS_DEFAULT) item += L" default";
+    if (info.fState & MFS_CHECKED) item += L" checked";
+    if (!(info.fType & MFT_SEPARATOR) && (info.fState & MFS_GRAYED)) item += L" grayed";
+    return item;
+}
+
+std::vector<std::wstring> itemsOf(HMENU menu) {
+    std::vector<std::wstring> items;
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) items.push_back(itemOf(menu, static_cast<UINT>(i)));
+    return items;
+}
+
+void pressKey(WORD key, bool down) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
+    SendInput(1, &input, sizeof input);
+}
+
+void typeKey(WORD key) {
+    pressKey(key, true);
+    pressKey(key, false);
+}
+
+class Win32LogMenu : public testing::Test {
+protected:
+    void SetUp() override {
+        globals_.store.Workspace = hostapi::Workspace(host_.workspace);
+        globals_.store.CurrentLog = log_;
+        control_ = std::make_shared<view::LogControl>(globals_);
+        parent_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 60, 40, 500, 200, nullptr,
+                                  nullptr, nullptr, nullptr);
+        window().moveTo(parent_, {0, 0, 500, 200});
+        SetForegroundWindow(parent_);
+        control_->lvLog().takeFocus();
+        takeMessages();
+    }
+    void TearDown() override {
+        takeMessages();
+        EXPECT_EQ(menuWindow(), nullptr);
+        EXPECT_EQ(globals_.menuHelp.MenuHelpHook, nullptr);
+        control_.reset();
+        globals_.store.CurrentLog.reset();
+        if (IsWindow(parent_)) DestroyWindow(parent_);
+        takeMessages();
+        host_.workspace.reset();
+    }
+    ListViewWindow& window() { return *static_cast<ListViewWindow*>(control_->lvLog().peer()); }
+    void addEntry(const char16_t* errorsFile) {
+        control_->lvLog().append(widgets::makeRow(
+            {u"2024-05-17 10:00:00", u"P1", u"Bad", {{u"Message", u"message", errorsFile, {}, {}}}}));
+        const int row = control_->lvLog().rowCount();
+        control_->lvLog().select(row, true);
+        control_->lvLog().focusRow(row);
+    }
+    /// A real click at a place of the list's client area.
+    void rightClickAt(POINT place) {
+        ClientToScreen(window().list(), &place);
+        SetCursorPos(place.x, place.y);
+        takeMessages();
+        for (const DWORD flags : {MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP}) {
+            INPUT input{};
+            input.type = INPUT_MOUSE;
+            input.mi.dwFlags = flags;
+            SendInput(1, &input, sizeof input);
+        }
+    }
+    void shiftF10() {
+        pressKey(VK_SHIFT, true);
+        typeKey(VK_F10);
+        pressKey(VK_SHIFT, false);
+    }
+    /// Opens the menu by the keys; `act` is asked again and again while it is open until it answers true.
+    void withMenu(std::function<bool(HMENU)> act) {
+        FromTheLoop inMenu([&] {
+            const HWND open = menuWindow();
+            return open && act(menuOf(open));
+        });
+        shiftF10();
+        EXPECT_TRUE(takeMessagesUntil([&] { return inMenu.done() && !menuWindow(); }));
+    }
+
+    MenuServices services_;
+    tests::CallCounter calls_;
+    tests::FakeEngine engine_{calls_};
+    tests::FakeHost host_{calls_};
+    core::Globals globals_{core::Platform::of(services_, engine_)};
+    std::shared_ptr<core::CVLog> log_ = std::make_shared<core::CVLog>(globals_);
+    std::shared_ptr<view::LogControl> control_;
+    HWND parent_ = nullptr;
+};
+
+TEST_F(Win32LogMenu, ShowsWhatTheModelSaysAtTheMouse) {
+    addEntry(u"C:\\x.errors");
+    RECT place{};
+    std::vector<std::wstring> items;
+    HMENU menu = nullptr;
+    const HWND list = window().list();
+    FromTheLoop inMenu([&] {
+        const HWND open = menuWindow();
+        if (!open) return false;
+        GetWindowRect(open, &place);
+        menu = menuOf(open);
+        items = itemsOf(menu);
+        typeKey(VK_ESCAPE);
+        return true;
+    });
+    POINT mouse{100, 60};
+    rightClickAt(mouse);
+    ASSERT_TRUE(takeMessagesUntil([&] { return inMenu.done() && !menuWindow(); }));
+    const std::vector<std::wstring> expected = {L"E&xpand                    ( Grey +) default",
+                                                L"|",
+                                                L"&Delete Records grayed",
+                                                L"Cle&ar Log",
+                                                L"&Copy Records grayed",
+                                                L"|",
+                                                L"&Report...",
+                                                L"|",
+                                                L"H&istory",
+                                                L"Col&umns",
+                                                L"&Hide"};
+    EXPECT_EQ(items, expected) << "the click beside the rows has taken the selection";
+    ClientToScreen(list, &mouse);
+    EXPECT_LE(std::abs(place.left - mouse.x), 4);
+    EXPECT_LE(std::abs(place.top - mouse.y), 4);
+    EXPECT_FALSE(IsMenu(menu)) << "it is destroyed";
+    EXPECT_EQ(control_->lvLog().rowCount(), 1);
+}
+
+TEST_F(Win32LogMenu, OpensByKeysAndLetsKeysChoose) {
+    addEntry(u"C:\\x.errors");
+    withMenu([](HMENU menu) {
+        EXPECT_EQ(itemsOf(menu).front(), L"E&xpand                    ( Grey +) default");
+        typeKey('A'); // Cle&ar Log
+        return true;
+    });
+    EXPECT_EQ(control_->lvLog().rowCount(), 0);
+}
+
+TEST_F(Win32LogMenu, ChecksTheColumnsAndTurnsTheOneThatIsChosen) {
+    control_->lvLog().setColumnWidth(2, 0);
+    withMenu([](HMENU menu) {
+        const HMENU columns = GetSubMenu(menu, GetMenuItemCount(menu) - 2);
+        const std::vector<std::wstring> expected = {
+            L"Date checked",   L"Elapsed",        L"Method checked", L"Entity Type checked",
+            L"Object checked", L"Result checked", L"Message checked"};
+        EXPECT_EQ(itemsOf(columns), expected);
+        typeKey('U'); // Col&umns
+        typeKey(VK_DOWN);
+        typeKey(VK_RETURN);
+        return true;
+    });
+    EXPECT_GT(control_->lvLog().column(2).width, 0);
+}
+
+TEST_F(Win32LogMenu, ShowsHelpOnceForF1) {
+    int keys = 0;
+    withMenu([&](HMENU) {
+        if (keys++ < 3) return typeKey(VK_F1), false;
+        typeKey(VK_ESCAPE);
+        return true;
+    });
+    ASSERT_EQ(services_.helpViewer.shown.size(), 1U);
+    EXPECT_EQ(services_.helpViewer.shown[0].context, host::kLogMenuHelp);
+    EXPECT_EQ(services_.helpViewer.shown[0].file, u"C:\\Prod\\Calvetta.hlp");
+}
+
+TEST_F(Win32LogMenu, SurvivesItsControlAndItsWindowWhileItIsOpen) {
+    addEntry(u"C:\\x.errors");
+    const HWND list = window().list();
+    withMenu([&](HMENU) {
+        control_.reset();
+        DestroyWindow(parent_);
+        typeKey(VK_ESCAPE);
+        return true;
+    });
+    takeMessages();
+    EXPECT_FALSE(IsWindow(list));
+    EXPECT_EQ(globals_.LogViews.count(), 0);
+    control_ = std::make_shared<view::LogControl>(globals_);
+}
+
+TEST_F(Win32LogMenu, SurvivesItsControlAloneAndCarriesTheChoiceOut) {
+    addEntry(u"C:\\x.errors");
+    view::LogControl other(globals_);
+    const HWND list = window().list();
+    withMenu([&](HMENU) {
+        control_.reset();
+        typeKey('A');
+        return true;
+    });
+    takeMessages();
+    EXPECT_FALSE(IsWindow(list));
+    EXPECT_EQ(other.lvLog().rowCount(), 0);
+    control_ = std::make_shared<view::LogControl>(globals_);
+}
+
+TEST_F(Win32LogMenu, HidesTheContextMenuOfTheWindowsAbove) {
+    EXPECT_EQ(SendMessageW(window().list(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window().list()), 0), 0);
+}
+
+class Win32PopupMenu : public testing::Test {
+protected:
+    static widgets::MenuItemRef item(const char16_t* caption) {
+        return std::make_shared<widgets::MenuItem>(widgets::MenuItem{.name = caption, .caption = caption});
+    }
+    Services services_;
+    widgets::MenuItemRef menu_ = item(u"menu");
+};
+
+TEST_F(Win32PopupMenu, WithoutAnOwnerBelongsToTheHiddenWindow) {
+    menu_->items = {item(u"&One"), item(u"&Two")};
+    widgets::MenuItemRef chosen;
+    {
+        const auto peer = services_.peers.makePopupMenu(*menu_, nullptr);
+        FromTheLoop inMenu([] {
+            if (!menuWindow()) return false;
+            typeKey('T');
+            return true;
+        });
+        chosen = peer->popUp(0);
+    }
+    EXPECT_EQ(chosen, menu_->items[1]);
+    takeMessages();
+}
+
+TEST_F(Win32PopupMenu, WithNothingToShowIsNotShown) {
+    menu_->items = {item(u"&One")};
+    menu_->items[0]->visible = false;
+    const auto peer = services_.peers.makePopupMenu(*menu_, nullptr);
+    FromTheLoop inMenu([] {
+        typeKey(VK_ESCAPE); // a system that shows an empty menu all the same
+        return menuWindow() == nullptr;
+    });
+    EXPECT_EQ(peer->popUp(0), nullptr);
+    takeMessages();
+}
+
+TEST_F(Win32PopupMenu, LeavesNoMenuWithTheSystem) {
+    menu_->items = {item(u"&One"), item(u"Sub")};
+    menu_->items[1]->items = {item(u"a"), item(u"b")};
+    HMENU made = nullptr;
+    HMENU below = nullptr;
+    {
+        const auto peer = services_.peers.makePopupMenu(*menu_, menu_->items[0].get());
+        made = static_cast<PopupMenu&>(*peer).handle();
+        below = GetSubMenu(made, 1);
+        EXPECT_EQ(itemsOf(made), (std::vector<std::wstring>{L"&One default", L"Sub"}));
+        EXPECT_EQ(itemsOf(below), (std::vector<std::wstring>{L"a", L"b"}));
+    }
+    EXPECT_FALSE(IsMenu(made));
+    EXPECT_FALSE(IsMenu(below));
+}
+
+class Win32MessageFilter : public testing::Test {
+protected:
+    MessageFilters filters_;
+};
+
+TEST_F(Win32MessageFilter, SeesAndTakesMessagesUntilItEnds) {
+    MSG message{};
+    message.message = WM_KEYDOWN;
+    message.wParam = VK_F1;
+    std::vector<std::uint64_t> seen;
+    auto filter = filters_.install([&](const ports::FilteredMessage& one) {
+        seen.push_back(one.parameter);
+        EXPECT_EQ(one.source, ports::kFromMenu);
+        return one.parameter == VK_F1;
+    });
+    EXPECT_TRUE(CallMsgFilterW(&message, MSGF_MENU));
+    message.wParam = VK_F2;
+    EXPECT_FALSE(CallMsgFilterW(&message, MSGF_MENU)) << "passed on";
+    EXPECT_THROW(filters_.install([](const ports::FilteredMessage&) { return true; }), std::logic_error);
+    filter.reset();
+    EXPECT_FALSE(CallMsgFilterW(&message, MSGF_MENU));
+    EXPECT_EQ(seen, (std::vector<std::uint64_t>{VK_F1, VK_F2}));
+}
+
+TEST_F(Win32MessageFilter, SurvivesAReceiverThatFailsOrEndsIt) {
+    MSG message{};
+    message.message = WM_KEYDOWN;
+    std::unique_ptr<ports::MessageFilter> filter = filters_.install(
+        [](const ports::FilteredMessage&) -> bool { throw std::runtime_error("the receiver's failure"); });
+    EXPECT_FALSE(CallMsgFilterW(&message, MSGF_MENU));
+    filter.reset();
+    filter = filters_.install([&](const ports::FilteredMessage&) {
+        filter.reset();
+        return true;
+    });
+    EXPECT_TRUE(CallMsgFilterW(&message, MSGF_MENU));
+    EXPECT_FALSE(CallMsgFilterW(&message, MSGF_MENU));
+}
+
+TEST_F(Win32MessageFilter, PassesMessagesToTheFilterBefore) {
+    static int passed = 0;
+    passed = 0;
+    struct Before {
+        static LRESULT CALLBACK procedure(int code, WPARAM wParam, LPARAM lParam) {
+            ++passed;
+            return CallNextHookEx(nullptr, code, wParam, lParam);
+        }
+    };
+    const HHOOK before = SetWindowsHookExW(WH_MSGFILTER, &Before::procedure, nullptr, GetCurrentThreadId());
+    MSG message{};
+    message.message = WM_KEYDOWN;
+    const auto filter =
+        filters_.install([](const ports::FilteredMessage& one) { return one.parameter == VK_F1; });
+    CallMsgFilterW(&message, MSGF_MENU);
+    EXPECT_EQ(passed, 1);
+    message.wParam = VK_F1;
+    CallMsgFilterW(&message, MSGF_MENU);
+    EXPECT_EQ(passed, 1) << "what is taken goes no further";
+    UnhookWindowsHookEx(before);
+}
+
+} // namespace
+} // namespace cvlog::platform::win32
