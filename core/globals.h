@@ -3,18 +3,23 @@
 #include "automation/object.h"
 #include "base/date_time.h"
 #include "core/errors_list_filter.h"
+#include "core/log_templates.h"
 #include "core/log_views.h"
 #include "core/series.h"
 #include "hostapi/options_document.h"
+#include "hostapi/repository.h"
 #include "hostapi/workspace.h"
 #include "ports/clipboard.h"
 #include "ports/clock.h"
+#include "ports/code_page.h"
 #include "ports/collator.h"
+#include "ports/file_reader.h"
 #include "ports/file_system.h"
 #include "ports/fonts.h"
 #include "ports/help_viewer.h"
 #include "ports/message_boxes.h"
 #include "ports/message_filter.h"
+#include "ports/message_pump.h"
 #include "ports/pictures.h"
 #include "ports/screens.h"
 #include "ports/settings_store.h"
@@ -35,6 +40,10 @@ namespace cvlog::host {
 class FrmLog;
 }
 
+namespace cvlog::details {
+class FrmCancel;
+}
+
 namespace cvlog::core {
 
 class CVLog;
@@ -45,6 +54,9 @@ struct Platform {
     ports::Clock& clock;
     ports::MessageBoxes& messages;
     ports::FileSystem& files;
+    ports::FileReader& reader;
+    ports::CodePage& codePage;
+    ports::MessagePump& pump;
     ports::SettingsStore& settings;
     ports::Collator& collator;
     ports::TextMeasurer& measurer;
@@ -66,6 +78,9 @@ struct Platform {
             .clock = services.clock,
             .messages = services.messages,
             .files = services.files,
+            .reader = services.files,
+            .codePage = services.codePage,
+            .pump = services.pump,
             .settings = services.settings,
             .collator = services.collator,
             .measurer = services.measurer,
@@ -90,6 +105,8 @@ struct OptionState {
     core::ErrorsListFilter ErrorsListFilter;
     /// The last reload changed the filter.
     bool FilterChanged = false;
+    /// The filter has changed since open entries were last shown by it.
+    bool entriesOutdated = false;
     /// Hears when the user's options were saved; ends with the database.
     std::unique_ptr<automation::Connection> savedEvents;
     /// Applies changed options outside of the host's event; null until it was first needed.
@@ -132,9 +149,14 @@ struct MenuHelpState {
 
 /// What the hidden resource form holds for all lists.
 struct LogResources {
+    static constexpr std::u16string_view kCaption = u"Calvetta Activity Log Resources";
+
     std::shared_ptr<widgets::ImageList> ilLog;
     std::shared_ptr<widgets::ImageList> ilSort;
     automation::ObjectRef Font; // none until it is first asked for
+    hostapi::Repository Repository; // whose changes are followed; none while closed
+    std::unique_ptr<automation::Connection> repositoryEvents;
+    LogTemplates templates;
 };
 
 /// The state that all objects of one apartment share. Passed by reference; there is no other mutable state.
@@ -157,6 +179,7 @@ struct Globals {
     bool LogWindowVisible = false;
     PlacementState placement;
     bool ExpansionBusy = false;
+    std::shared_ptr<details::FrmCancel> frmCancel; // over the list during a long expansion, else null
     OptionState options;
     StoreState store;
     std::unique_ptr<LogResources> frmLogResources; // null while unloaded

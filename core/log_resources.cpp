@@ -19,6 +19,7 @@ LogResources& LoadLogResources(Globals& globals) {
     if (!globals.frmLogResources) {
         auto form = std::make_unique<LogResources>();
         form->ilLog = std::make_shared<widgets::ImageList>();
+        form->templates = LogTemplates::localised(globals.platform.language);
         form->ilSort = std::make_shared<widgets::ImageList>();
         addBuiltIn(globals, *form->ilLog, {u"Good", u"Suspect", u"Failure", u"Cancel", u"Bad", u"Session"});
         addBuiltIn(globals, *form->ilSort, {u"SortEmpty", u"SortUp", u"SortDown"});

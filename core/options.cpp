@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "details/reexpansion.h"
 #include "host/log_placement.h"
 
 namespace cvlog::core {
@@ -54,6 +55,7 @@ void applyOptions(Globals& globals) {
     if (!globals.store.Workspace) return;
     if (globals.ExpansionBusy) return globals.options.applyTimer->enable();
     host::ShowLog(globals, widgets::Activation::Leave); // nobody asked for it just now
+    if (std::exchange(globals.options.entriesOutdated, false)) details::ReexpandEntries(globals);
 }
 
 void applySoon(Globals& globals) {
@@ -79,6 +81,7 @@ void HoldOptions(Globals& globals, hostapi::OptionsDocument document) {
 void ReleaseOptions(Globals& globals) {
     if (globals.options.applyTimer) globals.options.applyTimer->disable();
     globals.options.savedEvents.reset();
+    globals.options.entriesOutdated = false;
     globals.options.UserOptions = {};
 }
 
@@ -88,6 +91,7 @@ void UserOptions_Saved(Globals& globals) {
     const ErrorsListFilter before = options.ErrorsListFilter;
     LoadOptions(globals);
     options.FilterChanged = before.differsIn(options.ErrorsListFilter);
+    if (options.FilterChanged) options.entriesOutdated = true;
     if (options.DockedOption != dockedBefore || options.FilterChanged) applySoon(globals);
 }
 

@@ -40,6 +40,9 @@ public:
         required()->callByReference(u"Move", values);
     }
     void setFocus() const { required()->invoke(u"SetFocus"); }
+    void setEnabled(bool enabled) const { required()->put(u"Enabled", enabled); }
+    /// 0 the usual one, 13 the arrow with the hourglass.
+    void setMousePointer(std::int16_t pointer) const { required()->put(u"MousePointer", pointer); }
 };
 
 /// A tool of the host that runs.

@@ -52,6 +52,10 @@ class Repository : public LateBound {
 public:
     using LateBound::LateBound;
     EntityModel erd() const { return EntityModel(objectOf(u"ERD")); }
+    /// By the type's key name or display name; nothing when there is none such.
+    RepositoryObject findObject(std::u16string_view type, std::u16string_view name) const {
+        return RepositoryObject(automation::toObject(required()->invoke(u"FindObject", type, name, u"")));
+    }
     /// Nothing when the identifier is unknown.
     RepositoryObject object(std::u16string_view id) const {
         return RepositoryObject(automation::toObject(required()->invoke(u"object", id)));

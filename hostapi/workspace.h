@@ -42,6 +42,10 @@ public:
     std::u16string returnCodeText(std::int32_t code) const {
         return automation::toText(required()->invoke(u"TranslateReturnCode", code));
     }
+    /// The code of an error, which may be empty.
+    std::u16string returnCodeText(std::u16string_view code) const {
+        return automation::toText(required()->invoke(u"TranslateReturnCode", code));
+    }
     std::u16string productName() const { return productInfo(u"Product.Name"); }
     std::u16string workbenchName() const { return productInfo(u"Workbench.Name"); }
     std::u16string helpFile() const {

@@ -14,6 +14,12 @@ struct AlertLayout {
     static constexpr base::Area kOk = {2985, 675, 930, 360};
 };
 
+/// The strip over a list that is being filled. It is as wide as the list.
+struct CancelLayout {
+    static constexpr base::Twips kHeight = 300;
+    static constexpr base::Twips kCancelWidth = 1'200;
+};
+
 /// The floating log, as long as its user has not moved it.
 struct FloatingLogLayout {
     static constexpr base::Twips kWidth = 11'400;

@@ -4,6 +4,8 @@
 #include "base/text.h"
 #include "core/log_resources.h"
 #include "core/options.h"
+#include "details/frm_cancel.h"
+#include "details/repository_tracking.h"
 #include "host/log_placement.h"
 #include "host/log_visibility.h"
 #include "view/list_set.h"
@@ -62,7 +64,9 @@ std::int32_t loadEntityIcons(Globals& globals) {
     state.IconsDir = state.Workspace.name(HostName::ProductDirectory) + u"\\Repository\\Icons\\";
     const std::shared_ptr<widgets::ImageList> icons = core::LoadLogResources(globals).ilLog;
     host::PutParent(globals, nullptr);
-    const hostapi::Collection entities = state.Workspace.repository().erd().entities();
+    const hostapi::Repository repository = state.Workspace.repository();
+    details::FollowRepository(globals, repository);
+    const hostapi::Collection entities = repository.erd().entities();
     const std::int32_t count = entities.count();
     for (std::int32_t i = 1; i <= count; ++i) {
         base::ignoring([&] {
@@ -119,6 +123,7 @@ void CloseDB(Globals& globals) {
     saveVisibility(globals);
     host::PutParent(globals, nullptr);
     host::CloseFloatingWindow(globals);
+    if (const auto dialog = globals.frmCancel) dialog->unload();
     for (const auto& list : globals.LogViews.all()) {
         list->setSmallIcons(nullptr);
         list->setHeaderIcons(nullptr);

@@ -51,6 +51,35 @@ void Form::add(PictureBox picture) {
     if (peer_) peer_->pictureBoxAdded(pictureBoxes_.back());
 }
 
+void Form::moveButton(std::size_t button, const base::Area& area) {
+    buttons_.at(button).area = area;
+    if (peer_) peer_->buttonMoved(buttons_.at(button));
+}
+
+void Form::movePictureBox(std::size_t box, const base::Area& area) {
+    pictureBoxes_.at(box).area = area;
+    if (peer_) peer_->pictureBoxMoved(pictureBoxes_.at(box));
+}
+
+void Form::setPicture(std::size_t box, std::shared_ptr<const ports::Picture> picture) {
+    pictureBoxes_.at(box).picture = std::move(picture);
+    if (peer_) peer_->pictureChanged(pictureBoxes_.at(box));
+}
+
+void Form::focusButton(std::size_t button) {
+    if (peer_) peer_->focusButton(buttons_.at(button));
+}
+
+void Form::setEnabled(bool enabled) {
+    enabled_ = enabled;
+    if (peer_) peer_->enabledChanged();
+}
+
+void Form::setPointer(Pointer pointer) {
+    pointer_ = pointer;
+    if (peer_) peer_->pointerChanged();
+}
+
 void Form::place(ListView& list, const base::Area& area) {
     if (list_ && list_->list != &list) takeOffList();
     list_ = PlacedList{&list, area};
@@ -98,6 +127,11 @@ void Form::unload(UnloadMode mode) {
 void Form::userClicks(const Button& button) {
     const std::shared_ptr<FormOwner> keep = owner_.lock();
     if (const std::function<void()> clicked = button.clicked) clicked();
+}
+
+void Form::userFocuses(const Button& button) {
+    const std::shared_ptr<FormOwner> keep = owner_.lock();
+    if (const std::function<void()> gotFocus = button.gotFocus) gotFocus();
 }
 
 void Form::userMoved(const base::Area& placement, WindowState state) noexcept {

@@ -18,7 +18,10 @@ namespace cvlog::widgets {
 class ListView;
 class PeerFactory;
 
-enum class Border { Sizable, FixedDialog };
+/// A strip has neither a frame nor a caption that can be seen.
+enum class Border { Sizable, FixedDialog, Strip };
+/// What the mouse pointer says over a window.
+enum class Pointer { Default = 0, Busy = 13 };
 enum class WindowState { Normal = 0, Maximised = 2 };
 /// Who wants a form to go: its user, by the window's own means, or the program.
 enum class UnloadMode { User = 0, Code = 1 };
@@ -78,10 +81,22 @@ public:
     void add(Label label);
     void add(Button button);
     void add(PictureBox picture);
+    // What is on the form, by its number from 0 in the order in which it was put there.
+    void moveButton(std::size_t button, const base::Area& area);
+    void movePictureBox(std::size_t box, const base::Area& area);
+    void setPicture(std::size_t box, std::shared_ptr<const ports::Picture> picture);
+    /// Gives the button the focus, now or when the form is active.
+    void focusButton(std::size_t button);
     /// Puts a list on the form or moves it there.
     void place(ListView& list, const base::Area& area);
     /// Takes the list off: its window goes back to where lists wait.
     void takeOffList() noexcept;
+
+    /// A form that is not enabled takes no input of its user.
+    bool enabled() const noexcept { return enabled_; }
+    void setEnabled(bool enabled);
+    Pointer pointer() const noexcept { return pointer_; }
+    void setPointer(Pointer pointer);
 
     bool visible() const noexcept { return visible_; }
     /// Shows it beside other windows; with a window as its owner it stays in front of that one and goes with it. Throws
@@ -100,6 +115,8 @@ public:
     /// The window goes without being asked, as it does with its owner window.
     void windowLost() { unload(UnloadMode::Code); }
     void userClicks(const Button& button);
+    /// The button got the focus, from whomever.
+    void userFocuses(const Button& button);
     void userMoved(const base::Area& placement, WindowState state) noexcept;
     void userResized(base::Twips clientWidth, base::Twips clientHeight);
 
@@ -117,6 +134,8 @@ private:
     std::deque<Button> buttons_;
     std::deque<PictureBox> pictureBoxes_;
     std::optional<PlacedList> list_;
+    bool enabled_ = true;
+    Pointer pointer_ = Pointer::Default;
     bool visible_ = false;
     bool unloading_ = false;
     std::unique_ptr<FormPeer> peer_;

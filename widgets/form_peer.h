@@ -30,6 +30,13 @@ public:
     virtual void labelAdded(const Label& label) = 0;
     virtual void buttonAdded(const Button& button) = 0;
     virtual void pictureBoxAdded(const PictureBox& picture) = 0;
+    virtual void buttonMoved(const Button& button) = 0;
+    virtual void pictureBoxMoved(const PictureBox& picture) = 0;
+    virtual void pictureChanged(const PictureBox& picture) = 0;
+    /// The form is told when the button has the focus.
+    virtual void focusButton(const Button& button) = 0;
+    virtual void enabledChanged() = 0;
+    virtual void pointerChanged() = 0;
     virtual void listPlaced(ListView& list, const base::Area& area) = 0;
     virtual void listTakenOff(ListView& list) noexcept = 0;
 

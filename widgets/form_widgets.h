@@ -22,6 +22,7 @@ struct Button {
     bool isDefault = false; // Enter presses it
     bool isCancel = false;  // Esc presses it
     std::function<void()> clicked;
+    std::function<void()> gotFocus = {};
 };
 
 /// A picture in the middle of its area, as large as fits.

@@ -21,6 +21,9 @@ public:
     const ports::Picture& picture(int index) const {
         return *images_.at(static_cast<std::size_t>(index)).picture;
     }
+    const std::shared_ptr<const ports::Picture>& shared(int index) const {
+        return images_.at(static_cast<std::size_t>(index)).picture;
+    }
     std::u16string_view key(int index) const { return images_.at(static_cast<std::size_t>(index)).key; }
 
 private:

@@ -50,9 +50,13 @@ std::unique_ptr<core::LogResources> makeResources() {
 core::Platform platformOf(platform::win32::Services& shown, platform::headless::HeadlessPlatform& rest,
                           store::Engine& engine) {
     return {
+        .clipboard = rest.clipboard,
         .clock = shown.clock,
         .messages = rest.messages,
         .files = rest.files,
+        .reader = rest.files,
+        .codePage = shown.codePage,
+        .pump = shown.pump,
         .settings = rest.settings,
         .collator = shown.collator,
         .measurer = shown.measurer,

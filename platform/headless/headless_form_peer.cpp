@@ -39,11 +39,25 @@ void HeadlessFormPeer::tellClientSize() {
     const base::Area window = form_.state() == widgets::WindowState::Maximised
                                   ? kWholeScreen
                                   : form_.placement().value_or(kFirstPlace);
-    form_.userResized(window.width - kFrame.width, window.height - kFrame.height);
+    const base::Area frame = form_.border() == widgets::Border::Strip ? base::Area() : kFrame;
+    form_.userResized(window.width - frame.width, window.height - frame.height);
 }
 
 void HeadlessFormPeer::placementChanged() {
     if (pass("Form.placementChanged")) tellClientSize();
+}
+
+void HeadlessFormPeer::focusButton(const widgets::Button& button) {
+    if (!pass("Form.focusButton")) return;
+    focused_ = &button;
+    form_.userFocuses(button);
+}
+
+void HeadlessFormPeer::userPressesEnter() {
+    const widgets::Button* pressed = focused_;
+    for (const widgets::Button& button : form_.buttons())
+        if (!pressed && button.isDefault) pressed = &button;
+    if (pressed) form_.userClicks(*pressed);
 }
 
 void HeadlessFormPeer::listPlaced(widgets::ListView& list, const base::Area&) {

@@ -50,6 +50,12 @@ public:
     void labelAdded(const widgets::Label&) override { gate_.pass("Form.labelAdded"); }
     void buttonAdded(const widgets::Button&) override { gate_.pass("Form.buttonAdded"); }
     void pictureBoxAdded(const widgets::PictureBox&) override { gate_.pass("Form.pictureBoxAdded"); }
+    void buttonMoved(const widgets::Button&) override { gate_.pass("Form.buttonMoved"); }
+    void pictureBoxMoved(const widgets::PictureBox&) override { gate_.pass("Form.pictureBoxMoved"); }
+    void pictureChanged(const widgets::PictureBox&) override { gate_.pass("Form.pictureChanged"); }
+    void focusButton(const widgets::Button& button) override;
+    void enabledChanged() override { gate_.pass("Form.enabledChanged"); }
+    void pointerChanged() override { gate_.pass("Form.pointerChanged"); }
     void listPlaced(widgets::ListView& list, const base::Area& area) override;
     void listTakenOff(widgets::ListView& list) noexcept override;
     void show(std::int32_t ownerWindow, widgets::Activation activation) override;
@@ -64,6 +70,12 @@ public:
 
     // The user at the window. Each may end the peer.
     void userCloses() { form_.userCloses(); }
+    /// By Tab or with the mouse.
+    void userFocuses(std::size_t button) { focusButton(form_.buttons().at(button)); }
+    /// Null while none has it.
+    const widgets::Button* focusedButton() const noexcept { return focused_; }
+    /// What Enter presses: the button with the focus, else the default one.
+    void userPressesEnter();
     void userClicks(std::size_t button) { form_.userClicks(form_.buttons().at(button)); }
     void userMoves(const base::Area& placement);
     void userMaximises();
@@ -80,6 +92,7 @@ private:
     TimerBook& timers_;
     std::int32_t handle_;
     bool onScreen_ = false;
+    const widgets::Button* focused_ = nullptr;
 };
 
 } // namespace cvlog::platform::headless

@@ -10,9 +10,9 @@ namespace cvlog::platform::headless {
 
 namespace {
 
-constexpr std::array<std::u16string_view, 10> kBuiltIn = {u"Good",     u"Suspect", u"Failure",   u"Cancel",
-                                                          u"Bad",      u"Session", u"SortEmpty", u"SortUp",
-                                                          u"SortDown", u"Alert"};
+constexpr std::array<std::u16string_view, 15> kBuiltIn = {
+    u"Good",     u"Suspect", u"Failure", u"Cancel", u"Bad",   u"Session", u"SortEmpty", u"SortUp",
+    u"SortDown", u"Alert",   u"Turn1",   u"Turn2",  u"Turn3", u"Turn4",   u"Turn5"};
 constexpr std::uint32_t kOpaque = 0xFF000000;
 
 class PlainPicture : public ports::Picture {

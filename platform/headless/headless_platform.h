@@ -2,6 +2,7 @@
 
 #include "platform/headless/call_gate.h"
 #include "platform/headless/headless_clock.h"
+#include "platform/headless/headless_code_page.h"
 #include "platform/headless/headless_collator.h"
 #include "platform/headless/headless_fonts.h"
 #include "platform/headless/headless_message_filters.h"
@@ -15,6 +16,7 @@
 #include "platform/headless/recording_help_viewer.h"
 #include "platform/headless/recording_message_boxes.h"
 #include "platform/headless/recording_window_messages.h"
+#include "platform/headless/scripted_message_pump.h"
 #include "resources/string_table.h"
 
 namespace cvlog::platform::headless {
@@ -34,6 +36,8 @@ struct HeadlessPlatform {
     HeadlessCollator collator;
     HeadlessTextMeasurer measurer;
     HeadlessScreens screens;
+    HeadlessCodePage codePage{gate};
+    ScriptedMessagePump pump{gate};
     HeadlessPictures pictures{gate, files};
     RecordingWindowMessages windowMessages{gate};
     HeadlessFonts fonts{gate};

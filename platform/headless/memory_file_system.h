@@ -1,30 +1,44 @@
 #pragma once
 
+#include "base/text.h"
 #include "platform/headless/call_gate.h"
+#include "ports/file_reader.h"
 #include "ports/file_system.h"
 
 #include <map>
+#include <memory>
 #include <set>
 
 namespace cvlog::platform::headless {
 
 /// Files and folders that exist in memory only. Paths ignore case.
-class MemoryFileSystem : public ports::FileSystem {
+class MemoryFileSystem : public ports::FileSystem, public ports::FileReader {
 public:
     explicit MemoryFileSystem(const CallGate& gate) : gate_(gate) {}
 
     void addFile(std::u16string_view path, std::string_view content = {});
     void addFolder(std::u16string_view path);
     void remove(std::u16string_view path);
+    /// What another program does to a file that may be open.
+    void append(std::u16string_view path, std::string_view content);
+    void truncate(std::u16string_view path, std::size_t size);
+    /// Another program keeps the file to itself: nobody else can open it.
+    void lock(std::u16string_view path) { locked_.insert(base::folded(path)); }
+    int openFiles() const noexcept { return *openFiles_; }
 
     bool fileExists(std::u16string_view path) override;
     std::string nativePath(std::u16string_view path) override;
     std::vector<std::byte> firstBytes(std::u16string_view path, std::size_t count) override;
+    std::unique_ptr<ports::OpenFile> open(std::u16string_view path) override;
 
 private:
+    class Reader;
+
     const CallGate& gate_;
-    std::map<std::u16string, std::string> files_;
+    std::map<std::u16string, std::shared_ptr<std::string>> files_; // a reader keeps the one it opened
     std::set<std::u16string> folders_;
+    std::set<std::u16string> locked_;
+    std::shared_ptr<int> openFiles_ = std::make_shared<int>(0);
 };
 
 } // namespace cvlog::platform::headless

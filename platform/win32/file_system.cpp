@@ -21,6 +21,38 @@ std::wstring callPath(std::u16string_view path) {
     return L"\\\\?\\" + full;
 }
 
+/// Readable whatever others do with the file; they may also delete it.
+HANDLE openToRead(std::u16string_view path, DWORD flags) {
+    return CreateFileW(callPath(path).c_str(), GENERIC_READ,
+                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING, flags,
+                       nullptr);
+}
+
+class DiskFile : public ports::OpenFile {
+public:
+    explicit DiskFile(std::u16string_view path) : file_(openToRead(path, FILE_FLAG_SEQUENTIAL_SCAN)) {
+        LARGE_INTEGER size{};
+        if (!file_.isOpen() || GetFileType(file_.get()) != FILE_TYPE_DISK ||
+            !GetFileSizeEx(file_.get(), &size))
+            throw std::runtime_error("the file cannot be opened");
+        size_ = static_cast<std::uint64_t>(size.QuadPart);
+    }
+    std::uint64_t size() const noexcept override { return size_; }
+    std::size_t read(std::span<char> bytes) override {
+        const auto wanted = static_cast<DWORD>(std::min(bytes.size(), kLargestRead));
+        DWORD count = 0;
+        if (!ReadFile(file_.get(), bytes.data(), wanted, &count, nullptr))
+            throw std::runtime_error("the file cannot be read");
+        return count;
+    }
+
+private:
+    static constexpr std::size_t kLargestRead = 1U << 24;
+
+    FileHandle file_;
+    std::uint64_t size_ = 0;
+};
+
 } // namespace
 
 bool FileSystem::fileExists(std::u16string_view path) {
@@ -32,9 +64,7 @@ bool FileSystem::fileExists(std::u16string_view path) {
 std::string FileSystem::nativePath(std::u16string_view path) { return base::toUtf8(path); }
 
 std::vector<std::byte> FileSystem::firstBytes(std::u16string_view path, std::size_t count) {
-    const FileHandle file(CreateFileW(callPath(path).c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const FileHandle file(openToRead(path, FILE_ATTRIBUTE_NORMAL));
     if (!file.isOpen()) throw std::runtime_error("the file cannot be opened");
     std::vector<std::byte> bytes(count);
     std::size_t filled = 0;
@@ -48,6 +78,10 @@ std::vector<std::byte> FileSystem::firstBytes(std::u16string_view path, std::siz
     }
     bytes.resize(filled);
     return bytes;
+}
+
+std::unique_ptr<ports::OpenFile> FileSystem::open(std::u16string_view path) {
+    return std::make_unique<DiskFile>(path);
 }
 
 } // namespace cvlog::platform::win32

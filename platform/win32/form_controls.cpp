@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace cvlog::platform::win32 {
 
@@ -30,8 +31,8 @@ HWND FormControls::makeControl(const wchar_t* windowClass, std::u16string_view t
                                const base::Area& area, int command) {
     const CommonControlsContext context;
     const HWND made = CreateWindowExW(
-        0, windowClass, shownText(text).c_str(), style | WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, frame_.window(),
-        reinterpret_cast<HMENU>(static_cast<std::intptr_t>(command)), thisModule(), nullptr);
+        0, windowClass, shownText(text).c_str(), style | WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, 0, 0, 0, 0,
+        frame_.window(), reinterpret_cast<HMENU>(static_cast<std::intptr_t>(command)), thisModule(), nullptr);
     if (!made) throw std::runtime_error("no window for a control");
     placed_.push_back({made, area});
     settle(placed_.back());
@@ -63,6 +64,32 @@ void FormControls::add(const widgets::PictureBox& picture) {
     const int command = kFirstPicture + static_cast<int>(pictures_.size());
     pictures_.push_back({nullptr, &picture, {}});
     pictures_.back().window = makeControl(L"STATIC", u"", SS_OWNERDRAW, picture.area, command);
+}
+
+void FormControls::moveTo(HWND control, const base::Area& area) noexcept {
+    const auto found = std::ranges::find(placed_, control, &Placed::window);
+    if (found == placed_.end()) return;
+    found->area = area;
+    settle(*found);
+}
+
+HWND FormControls::windowOf(const widgets::Button& button) const noexcept {
+    const auto found = std::ranges::find(buttons_, &button, &PushButton::button);
+    return found == buttons_.end() ? nullptr : found->window;
+}
+
+void FormControls::moved(const widgets::Button& button) noexcept { moveTo(windowOf(button), button.area); }
+
+void FormControls::moved(const widgets::PictureBox& picture) noexcept {
+    const auto found = std::ranges::find(pictures_, &picture, &Picture::picture);
+    if (found != pictures_.end()) moveTo(found->window, picture.area);
+}
+
+void FormControls::changed(const widgets::PictureBox& picture) noexcept {
+    const auto found = std::ranges::find(pictures_, &picture, &Picture::picture);
+    if (found == pictures_.end() || found->outdated) return; // it is going to be drawn anyway
+    found->outdated = true;
+    InvalidateRect(found->window, nullptr, FALSE);
 }
 
 int FormControls::commandOf(const PushButton& button) const noexcept {
@@ -98,12 +125,14 @@ void FormControls::markEnterButton() const noexcept {
 void FormControls::draw(const DRAWITEMSTRUCT& request) {
     FillRect(request.hDC, &request.rcItem, GetSysColorBrush(COLOR_BTNFACE));
     const auto found = std::ranges::find(pictures_, request.hwndItem, &Picture::window);
-    if (found == pictures_.end() || !found->picture->picture) return;
+    if (found == pictures_.end()) return;
+    const bool isOther = std::exchange(found->outdated, false);
+    if (!found->picture->picture) return;
     const int width = static_cast<int>(request.rcItem.right - request.rcItem.left);
     const int height = static_cast<int>(request.rcItem.bottom - request.rcItem.top);
     const int side = std::min(width, height);
     if (side <= 0) return;
-    if (found->drawn.side() != side) {
+    if (isOther || found->drawn.side() != side) {
         found->drawn.reset(side);
         found->drawn.put(0, found->picture->picture->render(side));
     }

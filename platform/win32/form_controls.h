@@ -20,6 +20,11 @@ public:
     void add(const widgets::Label& label);
     void add(const widgets::Button& button);
     void add(const widgets::PictureBox& picture);
+    void moved(const widgets::Button& button) noexcept;
+    void moved(const widgets::PictureBox& picture) noexcept;
+    void changed(const widgets::PictureBox& picture) noexcept;
+    /// Null for what is not here.
+    HWND windowOf(const widgets::Button& button) const noexcept;
 
     /// The button that a command comes from, or for which Enter or Esc stand; null for none.
     const widgets::Button* pressed(int command) const noexcept;
@@ -38,6 +43,7 @@ private:
         HWND window;
         const widgets::PictureBox* picture;
         IconStrip drawn;
+        bool outdated = false; // what is on the screen
     };
     struct Placed {
         HWND window;
@@ -47,6 +53,7 @@ private:
     HWND makeControl(const wchar_t* windowClass, std::u16string_view text, DWORD style,
                      const base::Area& area, int command);
     void settle(const Placed& control) const noexcept;
+    void moveTo(HWND control, const base::Area& area) noexcept;
     int commandOf(const PushButton& button) const noexcept;
 
     FormFrame& frame_;

@@ -40,6 +40,9 @@ bool FormWindow::formMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT
         return false;
     case WM_SETFOCUS:
         return focusChild();
+    case WM_SETCURSOR:
+        result = TRUE;
+        return showPointer();
     default:
         return controlMessage(message, wParam, lParam, result);
     }
@@ -75,12 +78,10 @@ void FormWindow::windowLost() {
 }
 
 void FormWindow::commanded(int command, int notice) {
-    if (notice == BN_SETFOCUS || notice == BN_KILLFOCUS) {
-        controls_.markEnterButton();
-        return;
-    }
-    if (notice != BN_CLICKED) return;
-    if (const widgets::Button* button = controls_.pressed(command)) form_.userClicks(*button);
+    const widgets::Button* button = controls_.pressed(command);
+    if (notice == BN_SETFOCUS || notice == BN_KILLFOCUS) controls_.markEnterButton();
+    if (button && notice == BN_SETFOCUS) form_.userFocuses(*button);
+    if (button && notice == BN_CLICKED) form_.userClicks(*button);
 }
 
 void FormWindow::resolutionChanged(int dpi, RECT place) {
@@ -104,6 +105,12 @@ bool FormWindow::focusChild() noexcept {
     const HWND next = isThere ? lastFocus_ : GetNextDlgTabItem(window(), nullptr, FALSE);
     if (next) SetFocus(next);
     return next != nullptr;
+}
+
+bool FormWindow::showPointer() const noexcept {
+    if (form_.pointer() == widgets::Pointer::Default) return false;
+    SetCursor(LoadCursorW(nullptr, IDC_APPSTARTING));
+    return true;
 }
 
 void FormWindow::focusNext(WPARAM next, bool isWindow) const noexcept {

@@ -21,9 +21,12 @@ namespace {
 
 constexpr DWORD kSizableStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 constexpr DWORD kDialogStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+constexpr DWORD kStripStyle = WS_POPUP | WS_CLIPCHILDREN;
 constexpr std::u16string_view kWindowIcon = u"Session";
 
 std::shared_ptr<FormFrame> makeFrame(HostWindow& host, widgets::Border border) {
+    if (border == widgets::Border::Strip)
+        return FormFrame::make(host, kStripStyle, WS_EX_CONTROLPARENT | WS_EX_TOOLWINDOW);
     const bool isDialog = border == widgets::Border::FixedDialog;
     return FormFrame::make(host, isDialog ? kDialogStyle : kSizableStyle,
                            WS_EX_CONTROLPARENT | (isDialog ? WS_EX_DLGMODALFRAME : 0U));
@@ -65,7 +68,7 @@ FormWindow::~FormWindow() {
 }
 
 void FormWindow::applyIcons() {
-    if (form_.border() == widgets::Border::FixedDialog) return;
+    if (form_.border() != widgets::Border::Sizable) return;
     base::ignoring([this] {
         const auto picture = Pictures(thisModule()).builtIn(kWindowIcon);
         const int side = smallIconSide(dpi_);
@@ -156,6 +159,22 @@ void FormWindow::showWindow(int command, bool activate) {
     // Some systems give a window that comes out of the task bar the focus all the same.
     if (!activate && GetFocus() != focus && IsWindow(focus)) SetFocus(focus);
     if (frame->tells(this)) quiet_ = false;
+}
+
+void FormWindow::focusButton(const widgets::Button& button) {
+    const HWND control = controls_.windowOf(button);
+    if (!control) return;
+    lastFocus_ = control;
+    if (GetActiveWindow() == window()) SetFocus(control);
+}
+
+void FormWindow::enabledChanged() { EnableWindow(window(), form_.enabled()); }
+
+void FormWindow::pointerChanged() {
+    POINT place{};
+    const HWND under = GetCursorPos(&place) ? WindowFromPoint(place) : nullptr;
+    if (under && (under == window() || IsChild(window(), under)))
+        SendMessageW(under, WM_SETCURSOR, reinterpret_cast<WPARAM>(under), MAKELONG(HTCLIENT, WM_MOUSEMOVE));
 }
 
 bool FormWindow::isActive() const { return window() && GetActiveWindow() == window(); }

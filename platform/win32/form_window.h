@@ -27,6 +27,12 @@ public:
     void labelAdded(const widgets::Label& label) override { controls_.add(label); }
     void buttonAdded(const widgets::Button& button) override { controls_.add(button); }
     void pictureBoxAdded(const widgets::PictureBox& picture) override { controls_.add(picture); }
+    void buttonMoved(const widgets::Button& button) override { controls_.moved(button); }
+    void pictureBoxMoved(const widgets::PictureBox& picture) override { controls_.moved(picture); }
+    void pictureChanged(const widgets::PictureBox& picture) override { controls_.changed(picture); }
+    void focusButton(const widgets::Button& button) override;
+    void enabledChanged() override;
+    void pointerChanged() override;
     void listPlaced(widgets::ListView& list, const base::Area& area) override;
     void listTakenOff(widgets::ListView& list) noexcept override;
     void show(std::int32_t owner, widgets::Activation activation) override;
@@ -43,6 +49,7 @@ private:
     void resolutionChanged(int dpi, RECT place);
     void activated(bool active) noexcept;
     bool focusChild() noexcept;
+    bool showPointer() const noexcept;
     void focusNext(WPARAM next, bool isWindow) const noexcept;
     void applyIcons();
     /// The window comes up. The peer may be gone afterwards.

@@ -2,12 +2,14 @@
 
 #include "platform/win32/clipboard.h"
 #include "platform/win32/clock.h"
+#include "platform/win32/code_page.h"
 #include "platform/win32/collator.h"
 #include "platform/win32/file_system.h"
 #include "platform/win32/help_viewer.h"
 #include "platform/win32/host_window.h"
 #include "platform/win32/message_boxes.h"
 #include "platform/win32/message_filters.h"
+#include "platform/win32/message_pump.h"
 #include "platform/win32/module.h"
 #include "platform/win32/peer_factory.h"
 #include "platform/win32/pictures.h"
@@ -31,6 +33,8 @@ struct Services {
     Collator collator;
     TextMeasurer measurer;
     Screens screens;
+    CodePage codePage;
+    MessagePump pump;
     Pictures pictures{thisModule()};
     WindowMessages windowMessages;
     HelpViewer helpViewer;

@@ -42,6 +42,10 @@ void FakeHost::fillRepository() {
         const auto found = objects.find(automation::toText(arguments[0]));
         return found == objects.end() ? Value() : Value(found->second);
     });
+    repository->on(u"FindObject", [this](std::span<Value> arguments) -> Value {
+        const auto found = objectsByName.find(automation::toText(arguments[1]));
+        return found == objectsByName.end() ? Value() : Value(found->second);
+    });
 }
 
 void FakeHost::fillWorkspace() {
@@ -95,6 +99,7 @@ std::shared_ptr<ScriptObject> FakeHost::addObject(std::u16string id, std::u16str
         return asked == u"Source" ? Value(source) : Value(u"");
     });
     objects[id] = object;
+    objectsByName[name] = object;
     return object;
 }
 

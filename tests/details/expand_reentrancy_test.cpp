@@ -1,0 +1,285 @@
+// Other code runs in every yield and every host call of an expansion: it may do whatever a user or a host can do.
+
+#include "base/failure.h"
+#include "core/log_row_kind.h"
+#include "core/options.h"
+#include "details/expand_entry.h"
+#include "details/frm_cancel.h"
+#include "details/repository_tracking.h"
+#include "host/log_visibility.h"
+#include "store/log_database.h"
+#include "tests/support/expansion_world.h"
+#include "view/list_set.h"
+#include "view/row_commands.h"
+#include "view/sorting.h"
+
+#include <gtest/gtest.h>
+
+namespace cvlog::details {
+namespace {
+
+using tests::errorLine;
+using tests::ExpansionWorld;
+using tests::expectNothingLeft;
+
+struct Action {
+    const char* name;
+    std::function<void(ExpansionWorld&)> run;
+    bool stops = false; // a row of the stopping yield stays in one list alone
+};
+
+void PrintTo(const Action& action, std::ostream* out) { *out << action.name; }
+
+void deleteRow(ExpansionWorld& world, std::size_t index, int row) {
+    if (world.controls.size() <= index || world.list(index).rowCount() < row) return;
+    world.list(index).selectAll(false);
+    world.list(index).select(row, true);
+    view::DeleteRows(world.globals, world.view(index));
+}
+
+void pressCancel(ExpansionWorld& world) {
+    if (world.globals.frmCancel) world.forms().live.back()->userClicks(1);
+}
+
+const Action kActions[] = {
+    {"Add",
+     [](ExpansionWorld& world) {
+         world.add({u"M1", 0, u"", u"added", u""});
+     }},
+    {"AddWithAnErrorsFile",
+     [](ExpansionWorld& world) {
+         world.add({u"M1", 0, u"P1", u"added", u"given.errors"});
+     }},
+    {"AddThatClearsTheLists",
+     [](ExpansionWorld& world) {
+         world.globals.options.KeepInSession = false;
+         world.add({u"M1", 0, u"", u"added", u""});
+     }},
+    {"StartOfASeries",
+     [](ExpansionWorld& world) {
+         world.globals.options.KeepInSession = false;
+         world.startSeries();
+         world.add({u"M1", 0, u"", u"added", u""});
+     }},
+    {"CloseDB", [](ExpansionWorld& world) { world.close(); }},
+    {"OpenDB", [](ExpansionWorld& world) { world.open(); }},
+    {"CloseAndOpenDB",
+     [](ExpansionWorld& world) {
+         world.close();
+         world.open();
+     }},
+    {"Clear", [](ExpansionWorld& world) { view::ClearLists(world.globals); }},
+    {"DeleteTheEntry", [](ExpansionWorld& world) { deleteRow(world, 0, 2); }},
+    {"DeleteTheEntryInTheOtherList", [](ExpansionWorld& world) { deleteRow(world, 1, 2); }},
+    {"DeleteTheRowAbove", [](ExpansionWorld& world) { deleteRow(world, 0, 1); }},
+    {"DeleteAChild", [](ExpansionWorld& world) { deleteRow(world, 0, 4); }},
+    {"DeleteTheFirstChild", [](ExpansionWorld& world) { deleteRow(world, 0, 3); }},
+    {"DeleteARowFarBelow", [](ExpansionWorld& world) { deleteRow(world, 1, world.list(1).rowCount()); }},
+    {"Sort",
+     [](ExpansionWorld& world) {
+         if (!world.controls.empty()) view::SortByColumn(world.globals, world.view(), 3);
+     }},
+    {"SortedByTheHost",
+     [](ExpansionWorld& world) {
+         for (const auto& list : world.globals.LogViews.all())
+             if (list->rowCount() == 3) list->setSorted(true);
+     }},
+    {"HideAColumn", [](ExpansionWorld& world) { world.list().setColumnWidth(3, 0); }},
+    {"ExpandAgain", [](ExpansionWorld& world) { world.expand(0); }},
+    {"ExpandInTheOtherList", [](ExpansionWorld& world) { world.expand(1); }},
+    {"ExpandAnotherEntry",
+     [](ExpansionWorld& world) { ExpandEntry(world.globals, world.view(), world.list().rowCount()); }},
+    {"Collapse", [](ExpansionWorld& world) { CollapseEntry(world.globals, world.view(), kAllEntries); }},
+    {"Hide", [](ExpansionWorld& world) { host::PutVisible(world.globals, false); }},
+    {"Show", [](ExpansionWorld& world) { host::PutVisible(world.globals, true); }},
+    {"Dock",
+     [](ExpansionWorld& world) {
+         host::PutParent(world.globals, world.host.workspace);
+         host::PutDocked(world.globals, !world.globals.options.DockedOption);
+     }},
+    {"Cancel", pressCancel, true},
+    {"CloseTheStrip",
+     [](ExpansionWorld& world) {
+         if (world.globals.frmCancel) world.forms().live.back()->userCloses();
+     },
+     true},
+    {"EndOfTheProgram", [](ExpansionWorld& world) { world.platform.pump.programEnds = true; }, true},
+    {"EndOfTheControl", [](ExpansionWorld& world) { world.removeControl(0); }},
+    {"EndOfTheOtherControl", [](ExpansionWorld& world) { world.removeControl(1); }},
+    {"EndOfAllControls", [](ExpansionWorld& world) { world.controls.clear(); }},
+    {"EndOfTheControlsWindow", [](ExpansionWorld& world) { world.list().attach(nullptr); }},
+    {"ANewControl", [](ExpansionWorld& world) { world.addControl(); }},
+    {"EndOfTheLogObject", [](ExpansionWorld& world) { world.log.reset(); }},
+    {"ObjectModified", [](ExpansionWorld& world) { RepositoryObjectModified(world.globals, u"P1"); }},
+    {"ObjectModifiedWithoutFile",
+     [](ExpansionWorld& world) {
+         world.platform.files.remove(tests::kErrorsPath);
+         RepositoryObjectModified(world.globals, u"P1");
+     }},
+    {"ChangedFilter",
+     [](ExpansionWorld& world) {
+         world.globals.options.ErrorsListFilter = {
+             {u'E', !world.globals.options.ErrorsListFilter.hides(u'E')}};
+     }},
+    {"SavedOptions", [](ExpansionWorld& world) { core::UserOptions_Saved(world.globals); }},
+};
+
+std::string sixtyLines() {
+    std::string content;
+    for (int i = 0; i < 60; ++i)
+        content +=
+            errorLine("PROG", i % 2 ? "PAYROLL" : "UNKNOWN", "Error", "E" + std::to_string(i % 3), "m");
+    return content;
+}
+
+class ExpandReentrancy : public testing::TestWithParam<Action> {
+protected:
+    static std::unique_ptr<ExpansionWorld> makeWorld() {
+        auto world = std::make_unique<ExpansionWorld>(2);
+        world->writeErrors(sixtyLines());
+        return world;
+    }
+
+    static void check(ExpansionWorld& world, bool cutShort) {
+        world.calls.insideCall = nullptr;
+        world.platform.pump.atYield = nullptr;
+        world.platform.pump.hasInput = nullptr;
+        world.platform.pump.programEnds = false;
+        if (cutShort) { // the row of the checkpoint is in one list alone; closing the entry takes it
+            EXPECT_FALSE(world.globals.ExpansionBusy);
+            EXPECT_EQ(world.globals.frmCancel, nullptr);
+            if (world.globals.LogViews.count() > 0) CollapseEntry(world.globals, world.view(), kAllEntries);
+        }
+        expectNothingLeft(world);
+    }
+
+    static bool isForeign(const std::string& call) {
+        for (const std::string_view foreign :
+             {"Workspace.", "Repository.", "ERD.", "Entities.", "Type:", "Object:", "MessagePump.yield"})
+            if (call.starts_with(foreign)) return true;
+        return false;
+    }
+};
+
+TEST_P(ExpandReentrancy, InAnyYieldLeavesTheListsInStep) {
+    for (int number = 1;; ++number) {
+        const auto world = makeWorld();
+        int lines = 0;
+        world->platform.pump.hasInput = [&] { return ++lines % 7 == 0; };
+        bool ran = false;
+        world->platform.pump.atYield = [&](int yield) {
+            if (yield != number || std::exchange(ran, true)) return;
+            GetParam().run(*world);
+        };
+        SCOPED_TRACE("yield " + std::to_string(number));
+        base::ignoring([&] { world->expand(); });
+        check(*world, GetParam().stops);
+        if (!ran) {
+            EXPECT_GT(number, 8) << "too few yields";
+            break;
+        }
+    }
+}
+
+TEST_P(ExpandReentrancy, InAnyHostCallLeavesTheListsInStep) {
+    for (int number = 1;; ++number) {
+        const auto world = makeWorld();
+        int calls = 0;
+        bool ran = false;
+        std::string interrupted;
+        world->calls.insideCall = [&](const std::string& call) {
+            if (!isForeign(call) || ran || ++calls != number) return;
+            ran = true;
+            interrupted = call;
+            base::ignoring([&] { GetParam().run(*world); });
+        };
+        base::ignoring([&] { world->expand(); });
+        SCOPED_TRACE("host call " + std::to_string(number) + ": " + interrupted);
+        check(*world, GetParam().stops);
+        if (!ran) {
+            EXPECT_GT(number, 15) << "too few calls";
+            break;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Actions, ExpandReentrancy, testing::ValuesIn(kActions),
+                         [](const auto& instance) { return std::string(instance.param.name); });
+
+class ExpandMeanwhile : public testing::Test {
+protected:
+    ExpandMeanwhile() { world.writeLines(120); }
+    ~ExpandMeanwhile() override { expectNothingLeft(world); }
+    int childCount(std::size_t index = 0) { return static_cast<int>(world.messages(index).size()); }
+    ExpansionWorld world{2};
+};
+
+TEST_F(ExpandMeanwhile, AddsRowsBelowAndLosesNone) {
+    world.atYield(1, [&] { world.add({u"M1", 0, u"", u"added", u""}); });
+    world.expand();
+    EXPECT_EQ(childCount(0), 120);
+    EXPECT_EQ(childCount(1), 120);
+    EXPECT_EQ(world.list().row(world.list().rowCount()).cellText(6), u"added");
+    EXPECT_EQ(world.engine.records().size(), 4U);
+}
+
+TEST_F(ExpandMeanwhile, FollowsTheEntryWhenRowsAboveItGo) {
+    world.atYield(1, [&] {
+        world.list().remove(1);
+        world.list(1).remove(1);
+    });
+    world.expand();
+    EXPECT_EQ(world.list().rowCount(), 122);
+    EXPECT_EQ(world.list().row(2).cellText(6), u"line 1");
+    EXPECT_EQ(world.list().row(121).cellText(6), u"line 120");
+    EXPECT_EQ(world.list().row(122).cellText(6), u"after");
+}
+
+TEST_F(ExpandMeanwhile, StopsWhenTheEntryGoesAndTakesItsRowsAlong) {
+    world.atYield(2, [&] { deleteRow(world, 0, 2); });
+    world.expand();
+    EXPECT_EQ(world.platform.pump.yields, 2);
+    EXPECT_EQ(world.list(0).rowCount(), 2);
+    EXPECT_EQ(world.list(1).rowCount(), 2);
+}
+
+TEST_F(ExpandMeanwhile, StopsWhenItsListGoesAndLeavesTheRowsOfTheOthers) {
+    world.atYield(2, [&] { world.removeControl(0); });
+    world.expand();
+    EXPECT_EQ(world.platform.pump.yields, 2);
+    EXPECT_EQ(world.messages(0).size(), 99U);
+}
+
+TEST_F(ExpandMeanwhile, DoesNotGiveANewListARowTwice) {
+    world.atYield(2, [&] { world.addControl(); });
+    world.expand();
+    EXPECT_EQ(childCount(2), 120);
+}
+
+TEST_F(ExpandMeanwhile, InASecondListGivesANewListEveryRow) {
+    world.atYield(2, [&] { world.addControl(); });
+    world.expand(1);
+    EXPECT_EQ(childCount(0), 120);
+    EXPECT_EQ(childCount(2), 120);
+}
+
+TEST_F(ExpandMeanwhile, OpensNoSecondEntry) {
+    world.add({u"M1", 2, u"P1", u"other", u"given.errors"});
+    world.atYield(1, [&] { ExpandEntry(world.globals, world.view(), world.list().rowCount()); });
+    world.expand();
+    EXPECT_EQ(world.list().rowCount(), 4 + 120);
+    EXPECT_EQ(world.forms().shown.size(), 1U);
+}
+
+TEST_F(ExpandMeanwhile, RaisesNoEvents) {
+    const auto sink = std::make_shared<tests::RecordingSink>();
+    world.log->events().advise(sink);
+    world.atYield(1, [&] { platform::headless::peerOf(world.list()).userEnters(); });
+    world.expand();
+    EXPECT_EQ(sink->ids.size(), 0U);
+    platform::headless::peerOf(world.list()).userEnters();
+    EXPECT_EQ(sink->ids.size(), 1U);
+}
+
+} // namespace
+} // namespace cvlog::details
