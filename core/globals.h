@@ -153,7 +153,7 @@ struct LogResources {
 
     std::shared_ptr<widgets::ImageList> ilLog;
     std::shared_ptr<widgets::ImageList> ilSort;
-    automation::ObjectRef Font; // none until it is first asked for
+    automation::ObjectRef Font;     // none until it is first asked for
     hostapi::Repository Repository; // whose changes are followed; none while closed
     std::unique_ptr<automation::Connection> repositoryEvents;
     LogTemplates templates;

@@ -29,7 +29,7 @@ public:
     std::map<std::u16string, std::shared_ptr<ScriptObject>> types;   // by key name
     std::map<std::u16string, std::shared_ptr<ScriptObject>> objects; // by identifier
     std::map<std::u16string, std::shared_ptr<ScriptObject>> objectsByName;
-    std::map<std::int32_t, std::u16string> names;                    // what GetCalvettaName answers
+    std::map<std::int32_t, std::u16string> names; // what GetCalvettaName answers
     std::int32_t compositeMask = 6;
     std::int32_t cursor = 0; // of the main window
 
