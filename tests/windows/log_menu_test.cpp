@@ -159,21 +159,24 @@ TEST_F(Win32LogMenu, ShowsWhatTheModelSaysAtTheMouse) {
         typeKey(VK_ESCAPE);
         return true;
     });
-    POINT mouse{100, 60};
+    RECT row{};
+    row.left = LVIR_LABEL;
+    SendMessageW(list, LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
+    POINT mouse{row.left + 20, (row.top + row.bottom) / 2};
     rightClickAt(mouse);
     ASSERT_TRUE(takeMessagesUntil([&] { return inMenu.done() && !menuWindow(); }));
     const std::vector<std::wstring> expected = {L"E&xpand                    ( Grey +) default",
                                                 L"|",
-                                                L"&Delete Records grayed",
+                                                L"&Delete Records",
                                                 L"Cle&ar Log",
-                                                L"&Copy Records grayed",
+                                                L"&Copy Records",
                                                 L"|",
                                                 L"&Report...",
                                                 L"|",
                                                 L"H&istory",
                                                 L"Col&umns",
                                                 L"&Hide"};
-    EXPECT_EQ(items, expected) << "the click beside the rows has taken the selection";
+    EXPECT_EQ(items, expected);
     ClientToScreen(list, &mouse);
     EXPECT_LE(std::abs(place.left - mouse.x), 4);
     EXPECT_LE(std::abs(place.top - mouse.y), 4);
@@ -249,8 +252,44 @@ TEST_F(Win32LogMenu, SurvivesItsControlAloneAndCarriesTheChoiceOut) {
     control_ = std::make_shared<view::LogControl>(globals_);
 }
 
-TEST_F(Win32LogMenu, HidesTheContextMenuOfTheWindowsAbove) {
-    EXPECT_EQ(SendMessageW(window().list(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window().list()), 0), 0);
+TEST_F(Win32LogMenu, OnNoRowGraysWhatNeedsOne) {
+    addEntry(u"C:\\x.errors");
+    std::vector<std::wstring> items;
+    FromTheLoop inMenu([&] {
+        const HWND open = menuWindow();
+        if (!open) return false;
+        items = itemsOf(menuOf(open));
+        typeKey(VK_ESCAPE);
+        return true;
+    });
+    rightClickAt({400, 150}); // which takes the selection away
+    ASSERT_TRUE(takeMessagesUntil([&] { return inMenu.done() && !menuWindow(); }));
+    const std::vector<std::wstring> expected = {L"&Delete Records grayed",
+                                                L"Cle&ar Log",
+                                                L"&Copy Records grayed",
+                                                L"|",
+                                                L"&Report...",
+                                                L"|",
+                                                L"H&istory",
+                                                L"Col&umns",
+                                                L"&Hide"};
+    EXPECT_EQ(items, expected);
+}
+
+TEST_F(Win32LogMenu, IsTheOnlyOneForAClick) {
+    static int asked = 0;
+    static WNDPROC original = nullptr;
+    asked = 0;
+    struct Above {
+        static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+            if (message == WM_CONTEXTMENU) ++asked;
+            return CallWindowProcW(original, window, message, wParam, lParam);
+        }
+    };
+    original = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(parent_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Above::procedure)));
+    SendMessageW(window().list(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window().list()), -1);
+    EXPECT_EQ(asked, 0) << "the windows above would show theirs as well";
 }
 
 class Win32PopupMenu : public testing::Test {
