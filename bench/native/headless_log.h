@@ -16,6 +16,7 @@ public:
 
     /// Adds entries inside one series.
     void add(int count);
+    core::Globals& globals() noexcept { return globals_; }
 
 private:
     platform::headless::HeadlessPlatform platform_;
