@@ -13,8 +13,8 @@ void LocaliseColumns(const core::Globals& globals, widgets::ListView& list);
 /// the column is shown. Failures of the settings are ignored, column by column.
 void SetUpColumns(core::Globals& globals, widgets::ListView& list, widgets::MenuItem& columnsMenu);
 
-/// Shows or hides a column, by its key, in every list, and remembers that for the user: its place in the oldest list, or
-/// that it is hidden. A shown column is as wide as its caption needs in the resources' font. Settings that cannot be
+/// Shows or hides a column, by its key, in every list, and remembers that for the user: its place in the oldest
+/// list, or that it is hidden. A shown column is as wide as its caption needs in the resources' font. Settings that cannot be
 /// saved are ignored.
 void ShowColumn(core::Globals& globals, std::u16string_view key, bool shown);
 

@@ -1,6 +1,6 @@
-// Readers that know only the code page find that form; all others get the text unchanged. The two forms are put in two
-// goes. The clipboard takes nothing when it was emptied by nobody's window, so a hidden one owns it, until both are there;
-// the second go leaves the owner as it is.
+// Readers that know only the code page find that form; all others get the text unchanged. The two forms are put in
+// two goes. The clipboard takes nothing when it was emptied by nobody's window, so a hidden one owns it until both
+// are there; the second go leaves the owner as it is.
 
 #include "platform/win32/clipboard.h"
 
