@@ -64,6 +64,8 @@ core::Platform platformOf(platform::win32::Services& shown, platform::headless::
         .screens = shown.screens,
         .windowMessages = rest.windowMessages,
         .fonts = rest.fonts,
+        .helpViewer = rest.helpViewer,
+        .messageFilters = rest.messageFilters,
         .peers = shown.peers,
         .engine = engine,
         .language = resources::Language::English,

@@ -169,7 +169,7 @@ INSTANTIATE_TEST_SUITE_P(All, LogMenuOfAState, testing::ValuesIn(kStates), [](co
     return name;
 });
 
-TEST_F(LogMenuState, AsksForErrorsIsEnabledByRowsAloneAlthoughItIsNeverSeen) {
+TEST_F(LogMenuState, ShowErrorsIsEnabledByRowsAloneAlthoughItIsNeverSeen) {
     rightClick();
     EXPECT_FALSE(item(u"mnuLogShowErrors")->enabled);
     addEntry();
