@@ -3,6 +3,7 @@
 #include "ports/screens.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace cvlog::platform::headless {

@@ -30,6 +30,11 @@ struct Action {
 
 void PrintTo(const Action& action, std::ostream* out) { *out << action.name; }
 
+void removeAsHost(ExpansionWorld& world, int row) {
+    for (std::size_t list = 0; list < world.controls.size(); ++list)
+        if (world.list(list).rowCount() >= row) world.list(list).remove(row);
+}
+
 void deleteRow(ExpansionWorld& world, std::size_t index, int row) {
     if (world.controls.size() <= index || world.list(index).rowCount() < row) return;
     world.list(index).selectAll(false);
@@ -69,6 +74,8 @@ const Action kActions[] = {
          world.open();
      }},
     {"Clear", [](ExpansionWorld& world) { view::ClearLists(world.globals); }},
+    {"RemoveTheEntry", [](ExpansionWorld& world) { removeAsHost(world, 2); }},
+    {"RemoveTheRowAbove", [](ExpansionWorld& world) { removeAsHost(world, 1); }},
     {"DeleteTheEntry", [](ExpansionWorld& world) { deleteRow(world, 0, 2); }},
     {"DeleteTheEntryInTheOtherList", [](ExpansionWorld& world) { deleteRow(world, 1, 2); }},
     {"DeleteTheRowAbove", [](ExpansionWorld& world) { deleteRow(world, 0, 1); }},
@@ -236,7 +243,7 @@ TEST_F(ExpandMeanwhile, FollowsTheEntryWhenRowsAboveItGo) {
 }
 
 TEST_F(ExpandMeanwhile, StopsWhenTheEntryGoesAndTakesItsRowsAlong) {
-    world.atYield(2, [&] { deleteRow(world, 0, 2); });
+    world.atYield(2, [&] { removeAsHost(world, 2); }); // a user's command is refused meanwhile
     world.expand();
     EXPECT_EQ(world.platform.pump.yields, 2);
     EXPECT_EQ(world.list(0).rowCount(), 2);

@@ -47,6 +47,8 @@ protected:
             .pictures = services_.pictures,
             .screens = services_.screens,
             .windowMessages = services_.windowMessages,
+            .helpViewer = services_.helpViewer,
+            .messageFilters = services_.messageFilters,
             .fonts = rest.fonts,
             .peers = services_.peers,
             .engine = *engine_,
