@@ -22,17 +22,43 @@ constexpr BYTE kOpaque = 255;
 constexpr BYTE kFaded = 110;
 constexpr std::size_t kLongestDrawn = 1024; // but never less than a unit a pixel
 
-UINT drawingFormat(widgets::Alignment alignment) noexcept {
-    constexpr UINT kFormat = DT_SINGLELINE | DT_NOPREFIX | DT_VCENTER;
+/// What the drawing of a row changes in the list's device context; saving all of it would cost as much as a text.
+class TextState {
+public:
+    TextState(HDC dc, HFONT font) noexcept
+        : dc_(dc), text_(GetTextColor(dc)), back_(GetBkColor(dc)), mode_(GetBkMode(dc)),
+          font_(GetCurrentObject(dc, OBJ_FONT)), changed_(font_ != font) {
+        if (changed_) SelectObject(dc_, font);
+    }
+    ~TextState() {
+        if (changed_) SelectObject(dc_, font_);
+        SetBkMode(dc_, mode_);
+        SetBkColor(dc_, back_);
+        SetTextColor(dc_, text_);
+    }
+    TextState(const TextState&) = delete;
+    TextState& operator=(const TextState&) = delete;
+
+private:
+    HDC dc_;
+    COLORREF text_;
+    COLORREF back_;
+    int mode_;
+    HGDIOBJ font_;
+    bool changed_;
+};
+
+/// Where a text of that width starts.
+int startOf(widgets::Alignment alignment, const RECT& area, int width) noexcept {
     switch (alignment) {
     case widgets::Alignment::Left:
-        return kFormat | DT_LEFT;
+        return area.left;
     case widgets::Alignment::Right:
-        return kFormat | DT_RIGHT;
+        return area.right - width;
     case widgets::Alignment::Center:
-        return kFormat | DT_CENTER;
+        return area.left + (area.right - area.left - width) / 2;
     }
-    return kFormat;
+    return area.left;
 }
 
 void fill(HDC dc, const RECT& area, COLORREF colour) noexcept {
@@ -72,12 +98,11 @@ LRESULT ListPainter::answer(const NMLVCUSTOMDRAW& question, int dpi) {
     const NMCUSTOMDRAW& draw = question.nmcd;
     switch (draw.dwDrawStage) {
     case CDDS_PREPAINT:
-        begin(draw.hdr.hwndFrom, dpi);
+        begin(draw, dpi);
         return CDRF_NOTIFYITEMDRAW;
     case CDDS_ITEMPREPAINT: {
-        const int saved = SaveDC(draw.hdc);
+        const TextState before(draw.hdc, font_);
         drawRow(draw.hdc, static_cast<int>(draw.dwItemSpec));
-        RestoreDC(draw.hdc, saved);
         return CDRF_SKIPDEFAULT;
     }
     default:
@@ -85,68 +110,115 @@ LRESULT ListPainter::answer(const NMLVCUSTOMDRAW& question, int dpi) {
     }
 }
 
-void ListPainter::begin(HWND list, int dpi) {
-    list_ = list;
+void ListPainter::begin(const NMCUSTOMDRAW& draw, int dpi) {
+    list_ = draw.hdr.hwndFrom;
     dpi_ = dpi;
-    focused_ = GetFocus() == list;
+    focused_ = GetFocus() == list_;
+    focusShown_ = focused_ && !(SendMessageW(list_, WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS);
     plain_ = plainColours(model_);
     selected_ = selectedColours(model_, focused_);
+    font_ = reinterpret_cast<HFONT>(SendMessageW(list_, WM_GETFONT, 0, 0));
+    measuredHere_ = dpi_ == screenDpi() && font_ == ownFont_;
+    learnFont(draw.hdc);
+    findSpans();
+    findRows();
+}
+
+void ListPainter::learnFont(HDC dc) {
+    if (font_ == learntFont_) return;
+    const TextState before(dc, font_);
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(dc, &metrics);
+    textHeight_ = static_cast<int>(metrics.tmHeight);
+    plainGlyphs_.lookUp(dc);
+    learntFont_ = font_;
+}
+
+void ListPainter::findSpans() {
     spans_.clear();
-    const HWND header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+    const HWND header = reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETHEADER, 0, 0));
     const int count = static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
     for (int index = 0; index < std::min(count, model_.columnCount()); ++index) {
         RECT item{};
         SendMessageW(header, HDM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
-        MapWindowPoints(header, list, reinterpret_cast<POINT*>(&item), 2);
+        MapWindowPoints(header, list_, reinterpret_cast<POINT*>(&item), 2);
         if (item.left < item.right) spans_.push_back({index + 1, item.left, item.right});
     }
     std::sort(spans_.begin(), spans_.end(), [](const Span& a, const Span& b) { return a.left < b.left; });
 }
 
-void ListPainter::drawRow(HDC dc, int index) {
-    if (spans_.empty()) return;
+/// Rows are equally high: the one at the top says where all are.
+void ListPainter::findRows() {
+    firstRow_ = static_cast<int>(SendMessageW(list_, LVM_GETTOPINDEX, 0, 0));
     RECT area{};
     area.left = LVIR_BOUNDS;
-    if (!SendMessageW(list_, LVM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&area)))
-        return;
-    area.left = spans_.front().left;
-    area.right = spans_.back().right;
+    SendMessageW(list_, LVM_GETITEMRECT, static_cast<WPARAM>(firstRow_), reinterpret_cast<LPARAM>(&area));
+    firstTop_ = static_cast<int>(area.top);
+    rowHeight_ = static_cast<int>(area.bottom - area.top);
+}
+
+void ListPainter::drawRow(HDC dc, int index) {
+    if (spans_.empty()) return;
+    const int top = firstTop_ + (index - firstRow_) * rowHeight_;
+    const RECT area{spans_.front().left, top, spans_.back().right, top + rowHeight_};
     const auto state = static_cast<UINT>(
         SendMessageW(list_, LVM_GETITEMSTATE, static_cast<WPARAM>(index), LVIS_SELECTED | LVIS_FOCUSED));
     const RowColours& colours = state & LVIS_SELECTED ? selected_ : plain_;
-    SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(list_, WM_GETFONT, 0, 0)));
     fill(dc, area, colours.back);
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, colours.text);
     // The window hears of changes only when a batch ends: a row may be gone.
-    if (index >= 0 && index < model_.rowCount()) drawCells(dc, model_.row(index + 1), area);
-    if (focusShown(state)) drawFocus(dc, area);
+    if (index >= 0 && index < model_.rowCount()) drawCells(dc, index, area);
+    if (focusShown_ && (state & LVIS_FOCUSED)) drawFocus(dc, area);
 }
 
-void ListPainter::drawCells(HDC dc, const widgets::RowContent& row, const RECT& area) {
+void ListPainter::drawCells(HDC dc, int index, const RECT& area) {
     for (const Span& span : spans_) {
         const RECT cell{span.left, area.top, span.right, area.bottom};
-        if (RectVisible(dc, &cell)) drawCell(dc, row, span.column, cell);
+        if (RectVisible(dc, &cell)) drawCell(dc, index, span.column, cell);
     }
 }
 
-void ListPainter::drawCell(HDC dc, const widgets::RowContent& row, int column, const RECT& cell) {
+void ListPainter::drawCell(HDC dc, int index, int column, const RECT& cell) {
+    const widgets::RowContent& row = model_.row(index + 1);
     const widgets::Alignment alignment = model_.column(column).alignment;
     const bool atLeft = alignment == widgets::Alignment::Left;
     const bool atRight = alignment == widgets::Alignment::Right;
-    RECT room = cell;
-    room.right -= toPixels(atRight ? kTextMargin : kEndMargin, dpi_);
+    const int middle = static_cast<int>(cell.top) + rowHeight_ / 2;
+    Room room{cell, middle - textHeight_ / 2, alignment};
+    room.area.right -= toPixels(atRight ? kTextMargin : kEndMargin, dpi_);
     const int icon = icons_.indexOf(iconOf(row, column));
     if (icon >= 0)
-        room.left = drawIcon(dc, icon, cell) + toPixels(kIconGap, dpi_);
+        room.area.left = drawIcon(dc, icon, cell) + toPixels(kIconGap, dpi_);
     else
-        room.left += toPixels(atLeft ? kTextMargin : kEndMargin, dpi_);
-    if (room.left >= room.right) return;
-    const int width = static_cast<int>(room.right - room.left);
+        room.area.left += toPixels(atLeft ? kTextMargin : kEndMargin, dpi_);
+    const std::u16string_view text = row.columnText(column);
+    if (text.empty() || room.area.left >= room.area.right) return;
+    if (!drawPlain(dc, index, column, room)) drawAny(dc, text, room);
+}
+
+/// Draws a text by its glyphs, when it is of the plain kind and was measured to fit.
+bool ListPainter::drawPlain(HDC dc, int index, int column, const Room& room) {
+    const std::u16string_view text = model_.row(index + 1).columnText(column);
+    if (!measuredHere_ || text.size() > kLongestDrawn || !plainGlyphs_.find(text, glyphs_)) return false;
+    const int width = toPixels(model_.cellWidth(index + 1, column), dpi_);
+    if (width > room.area.right - room.area.left) return false;
+    return ExtTextOutW(dc, startOf(room.alignment, room.area, width), room.baseTop,
+                       ETO_GLYPH_INDEX | ETO_CLIPPED, &room.area,
+                       reinterpret_cast<const wchar_t*>(glyphs_.data()), static_cast<UINT>(glyphs_.size()),
+                       nullptr) != FALSE;
+}
+
+void ListPainter::drawAny(HDC dc, std::u16string_view text, const Room& room) {
+    const int width = static_cast<int>(room.area.right - room.area.left);
     text_.clear();
-    appendShown(row.columnText(column), std::max(kLongestDrawn, static_cast<std::size_t>(width)), text_);
+    appendShown(text, std::max(kLongestDrawn, static_cast<std::size_t>(width)), text_);
     cutToWidth(dc, width, text_);
-    DrawTextW(dc, text_.data(), static_cast<int>(text_.size()), &room, drawingFormat(alignment));
+    SIZE size{};
+    if (room.alignment != widgets::Alignment::Left)
+        GetTextExtentPoint32W(dc, text_.data(), static_cast<int>(text_.size()), &size);
+    ExtTextOutW(dc, startOf(room.alignment, room.area, static_cast<int>(size.cx)), room.baseTop, ETO_CLIPPED,
+                &room.area, text_.data(), static_cast<UINT>(text_.size()), nullptr);
 }
 
 int ListPainter::drawIcon(HDC dc, int icon, const RECT& cell) const noexcept {
@@ -156,11 +228,6 @@ int ListPainter::drawIcon(HDC dc, int icon, const RECT& cell) const noexcept {
     const int shown = std::min(side, static_cast<int>(cell.right) - left);
     icons_.draw(dc, icon, {left, top}, shown, model_.enabled() ? kOpaque : kFaded);
     return left + side;
-}
-
-bool ListPainter::focusShown(UINT state) const noexcept {
-    return focused_ && (state & LVIS_FOCUSED) &&
-           !(SendMessageW(list_, WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS);
 }
 
 } // namespace cvlog::platform::win32

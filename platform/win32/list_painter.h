@@ -2,6 +2,7 @@
 
 #include "platform/win32/list_colours.h"
 #include "platform/win32/list_images.h"
+#include "platform/win32/plain_glyphs.h"
 #include "widgets/list_view.h"
 
 #include <string>
@@ -19,6 +20,11 @@ public:
 
     /// The answer to the list's NM_CUSTOMDRAW.
     LRESULT answer(const NMLVCUSTOMDRAW& question, int dpi);
+    /// The window has another font now: the model's.
+    void useFont(HFONT font) noexcept {
+        ownFont_ = font;
+        learntFont_ = nullptr; // a new font may have the handle of one that is gone
+    }
 
 private:
     struct Span {
@@ -27,13 +33,24 @@ private:
         int right;
     };
 
-    void begin(HWND list, int dpi);
+    /// A text's place in its cell.
+    struct Room {
+        RECT area;
+        int baseTop; // of the text's box
+        widgets::Alignment alignment;
+    };
+
+    void begin(const NMCUSTOMDRAW& draw, int dpi);
+    void findSpans();
+    void findRows();
+    void learnFont(HDC dc);
     void drawRow(HDC dc, int index);
-    void drawCells(HDC dc, const widgets::RowContent& row, const RECT& area);
-    void drawCell(HDC dc, const widgets::RowContent& row, int column, const RECT& cell);
+    void drawCells(HDC dc, int index, const RECT& area);
+    void drawCell(HDC dc, int index, int column, const RECT& cell);
     /// Answers where the icon ends.
     int drawIcon(HDC dc, int icon, const RECT& cell) const noexcept;
-    bool focusShown(UINT state) const noexcept;
+    bool drawPlain(HDC dc, int index, int column, const Room& room);
+    void drawAny(HDC dc, std::u16string_view text, const Room& room);
 
     const widgets::ListView& model_;
     ListImages& icons_;
@@ -42,10 +59,23 @@ private:
     HWND list_ = nullptr;
     int dpi_ = 0;
     bool focused_ = false;
+    bool focusShown_ = false;
+    bool measuredHere_ = false; // the model's widths are in pixels of this window
+    HFONT font_ = nullptr;
+    int firstRow_ = 0; // the one at the top, from 0
+    int firstTop_ = 0;
+    int rowHeight_ = 0;
     RowColours plain_{};
     RowColours selected_{};
     std::vector<Span> spans_; // the columns that have a width, in display order
     std::wstring text_;
+    std::vector<WORD> glyphs_;
+
+    // Of the font.
+    HFONT ownFont_ = nullptr;
+    HFONT learntFont_ = nullptr;
+    int textHeight_ = 0;
+    PlainGlyphs plainGlyphs_;
 };
 
 } // namespace cvlog::platform::win32

@@ -169,6 +169,7 @@ void ListViewWindow::applyFont() {
     FontHandle made = makeFont(model_.font(), dpi_);
     send(WM_SETFONT, reinterpret_cast<WPARAM>(made.get()), TRUE);
     font_ = std::move(made); // the one before goes only now
+    painter_.useFont(font_.get());
     shownFont_ = model_.font();
 }
 

@@ -3,6 +3,7 @@
 #include "core/column_fit.h"
 #include "platform/win32/pixel_images.h"
 #include "platform/win32/screen_units.h"
+#include "platform/win32/system_font.h"
 #include "tests/windows/list_view_peer_fixture.h"
 
 #include <algorithm>
@@ -16,6 +17,7 @@ namespace {
 
 constexpr RECT kArea{0, 0, 900, 200};
 constexpr std::uint32_t kGreen = 0xFF00C000U;
+constexpr std::uint32_t kStain = 0x123456;
 
 struct Filled : ports::Picture {
     ports::Pixels render(int side) const override {
@@ -142,6 +144,14 @@ protected:
         return shownIn(area);
     }
 
+    /// Colours a part of the list on the screen, so that its next drawing shows.
+    void stain(const RECT& spot) const {
+        const HDC screen = GetDC(window_->list());
+        SetDCBrushColor(screen, RGB(0x12, 0x34, 0x56));
+        FillRect(screen, &spot, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+        ReleaseDC(window_->list(), screen);
+    }
+
     /// As a log shows an entry.
     void appendInSight(const Texts& texts) {
         const widgets::ListView::Batch batch(*model_);
@@ -198,15 +208,27 @@ TEST_F(Win32ListPainting, ShowsRowsThatComeOneByOneAsIfAllWereDrawnAnew) {
 TEST_F(Win32ListPainting, DrawsOneRowForOneThatComesAtTheEndAndAllWhenRowsMove) {
     for (int row = 1; row <= 30; ++row) appendInSight({base::decimal(row), u"name", u"message"});
     takeMessages();
-    const RECT spot = areaOf(28, 2); // stained, so that its next drawing shows
-    const HDC screen = GetDC(window_->list());
-    SetDCBrushColor(screen, RGB(0x12, 0x34, 0x56));
-    FillRect(screen, &spot, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-    ReleaseDC(window_->list(), screen);
+    stain(areaOf(28, 2));
     appendInSight({u"31", u"name", u"message"});
-    EXPECT_TRUE(allRows().has(0x123456));
+    EXPECT_TRUE(allRows().has(kStain));
     model_->insert(1, rowOf({u"first", u"", u""}, u""));
-    EXPECT_FALSE(allRows().has(0x123456));
+    EXPECT_FALSE(allRows().has(kStain));
+}
+
+TEST_F(Win32ListPainting, ErasesNothingBeforeTheRowsAreDrawnSoThatNothingFlickers) {
+    for (int row = 1; row <= 3; ++row) appendInSight({base::decimal(row), u"name", u"message"});
+    takeMessages();
+    const RECT row = areaOf(2, 2);
+    RECT below = row; // beyond the last row
+    OffsetRect(&below, 0, 3 * (row.bottom - row.top));
+    stain(row);
+    stain(below);
+    RedrawWindow(window_->list(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ERASENOW);
+    EXPECT_TRUE(shownIn(row).has(kStain)) << "what was there stays until the new is ready";
+    EXPECT_TRUE(shownIn(below).has(kStain));
+    UpdateWindow(window_->list());
+    EXPECT_FALSE(shownIn(row).has(kStain));
+    EXPECT_FALSE(shownIn(below).has(kStain));
 }
 
 TEST_F(Win32ListPainting, ShowsWholeTextsInFittedColumns) {
@@ -241,6 +263,59 @@ TEST_F(Win32ListPainting, ShowsWholeTextsInFittedColumns) {
             }
         }
     }
+}
+
+TEST_F(Win32ListPainting, DrawsEveryTextAsTheSystemDoes) {
+    struct Case {
+        std::u16string_view face;
+        std::u16string text;
+    };
+    const std::vector<Case> cases = {
+        {u"Tahoma", u"AVATAR To. Ty, fi ffi 100% (\"x\")"},
+        {u"Tahoma", u"caf\u00E9 \u65E5\u672C\u8A9E x"},
+        {u"Tahoma", u"\u05D0\u05D1\u05D2 abc \u0627\u0644"},
+        {u"System", u"a font of bitmaps"},
+        {u"Courier New", u"i i i WWW"},
+    };
+    model_->setColumnWidth(3, 5000); // room for the whole texts
+    for (const Case& each : cases) {
+        base::Font font;
+        font.face = each.face;
+        model_->setFont(font);
+        model_->clear();
+        model_->append(rowOf({u"", u"", each.text}, u""));
+        const Shown drawn = cell(1, 3);
+        const RECT area = areaOf(1, 3);
+        const HDC screen = GetDC(window_->list());
+        const HGDIOBJ previous = SelectObject(screen, reinterpret_cast<HFONT>(send(WM_GETFONT)));
+        FillRect(screen, &area, GetSysColorBrush(COLOR_WINDOW));
+        SetBkMode(screen, TRANSPARENT);
+        SetTextColor(screen, GetSysColor(COLOR_WINDOWTEXT));
+        RECT room = area;
+        room.left += pixels(90);
+        room.right -= pixels(30);
+        const std::wstring text(each.text.begin(), each.text.end());
+        DrawTextW(screen, text.c_str(), -1, &room, DT_SINGLELINE | DT_NOPREFIX | DT_VCENTER | DT_LEFT);
+        SelectObject(screen, previous);
+        ReleaseDC(window_->list(), screen);
+        EXPECT_EQ(cellAsItIs(1, 3), drawn) << base::toUtf8(each.text);
+    }
+}
+
+TEST_F(Win32ListPainting, DrawsInAFontThatAnotherProgramGaveTheWindow) {
+    model_->append(rowOf({u"", u"", u"HHH mmm iii"}, u""));
+    base::Font font;
+    font.points = 14.0F;
+    font.face = u"Courier New";
+    model_->setFont(font);
+    const Shown wanted = cell(1, 3);
+    const FontHandle given = makeFont(font, windowDpi(window_->list()));
+    font.points = 8.0F;
+    font.face = u"Tahoma";
+    model_->setFont(font);
+    EXPECT_NE(cell(1, 3), wanted);
+    send(WM_SETFONT, reinterpret_cast<WPARAM>(given.get()), TRUE);
+    EXPECT_EQ(cell(1, 3), wanted);
 }
 
 TEST_F(Win32ListPainting, EndsACutTextWithAnEllipsis) {
