@@ -42,8 +42,8 @@ RowContent::RowContent(const Row& row, RowKeys keys) : keys_(std::move(keys)) {
 }
 
 RowContent::RowContent(const RowContent& original, std::size_t changed, std::u16string_view text)
-    : widthsFont_(original.widthsFont_), keys_(original.keys_), ends_(original.ends_),
-      widths_(original.widths_), sortKey_(original.sortKey_) {
+    : widthsFont_(original.widthsFont_), sortKey_(original.sortKey_), keys_(original.keys_),
+      ends_(original.ends_), widths_(original.widths_) {
     const std::u16string_view before = original.field(changed);
     const std::u16string_view all = original.characters_;
     const auto begin = static_cast<std::size_t>(before.data() - all.data());

@@ -99,11 +99,11 @@ private:
 
     mutable std::uint32_t references_ = 0;
     mutable std::uint32_t widthsFont_ = 0;
+    mutable SortKeyPtr sortKey_; // near the front: a search in a sorted list reads nothing else
     RowKeys keys_;
     std::u16string characters_;               // all texts, one after another
     std::vector<std::uint32_t> ends_;         // where each text ends
     mutable std::vector<base::Twips> widths_; // by column; negative: not measured
-    mutable SortKeyPtr sortKey_;
 };
 
 /// A counted reference to a row's content. Contents belong to one apartment, so the count is a plain number.

@@ -2,7 +2,7 @@
 
 #include "widgets/key_order.h"
 
-#include <bit>
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -12,23 +12,28 @@ namespace cvlog::widgets {
 
 namespace {
 
+/// The keys of rows, by row; the rows keep them alive.
+using Keys = std::vector<const SortKey*>;
+
 /// Finds out which rows have the same text.
 class TextTable {
 public:
-    TextTable(std::span<const RowContent* const> rows, int column)
-        : rows_(rows), column_(column), slots_(std::bit_ceil(2 * rows.size())) {}
+    TextTable(std::span<const RowContent* const> rows, int column) : rows_(rows), column_(column) {}
 
     /// The first row that came with this row's text; the row itself when it is the first.
     const RowContent& firstLike(std::uint32_t row) {
+        if (2 * used_ >= slots_.size()) grow();
         const std::u16string_view text = rows_[row]->columnText(column_);
-        const std::size_t hash = std::hash<std::u16string_view>()(text);
+        const auto hash = static_cast<std::uint32_t>(std::hash<std::u16string_view>()(text));
         for (std::size_t at = hash;; ++at) {
             Slot& slot = slots_[at & (slots_.size() - 1)];
-            if (slot.row == 0) slot = {static_cast<std::uint32_t>(hash), row + 1};
-            if (slot.row == row + 1) return *rows_[row];
+            if (slot.row == 0) {
+                slot = {hash, row + 1};
+                ++used_;
+                return *rows_[row];
+            }
             const RowContent& other = *rows_[slot.row - 1];
-            if (slot.hash == static_cast<std::uint32_t>(hash) && other.columnText(column_) == text)
-                return other;
+            if (slot.hash == hash && other.columnText(column_) == text) return other;
         }
     }
 
@@ -37,61 +42,73 @@ private:
         std::uint32_t hash = 0;
         std::uint32_t row = 0; // from 1; 0 when free
     };
+    void grow() {
+        std::vector<Slot> larger(std::max<std::size_t>(64, 4 * slots_.size()));
+        for (const Slot& slot : slots_) {
+            if (slot.row == 0) continue;
+            std::size_t at = slot.hash;
+            while (larger[at & (larger.size() - 1)].row != 0) ++at;
+            larger[at & (larger.size() - 1)] = slot;
+        }
+        slots_ = std::move(larger);
+    }
+
     std::span<const RowContent* const> rows_;
     int column_;
     std::vector<Slot> slots_;
+    std::size_t used_ = 0;
 };
 
-std::vector<const RowContent*> withoutKey(std::span<const RowContent* const> rows, int column) {
-    std::vector<const RowContent*> without;
-    for (const RowContent* row : rows)
-        if (!row->sortKey(column)) without.push_back(row);
-    return without;
-}
-
-void makeKeys(std::span<const RowContent* const> rows, int column, ports::Collator& collator) {
+/// Gives every row a key, one for all that have the same text and none yet.
+Keys keysOf(std::span<const RowContent* const> rows, int column, ports::Collator& collator) {
+    Keys keys;
+    keys.reserve(rows.size());
     TextTable texts(rows, column);
     std::string bytes;
     for (std::uint32_t i = 0; i < rows.size(); ++i) {
-        const RowContent& first = texts.firstLike(i);
-        if (!first.sortKey(column)) {
-            bytes.clear();
-            collator.appendSortKey(first.columnText(column), bytes);
-            first.rememberSortKey(SortKey::make(column, bytes));
+        const SortKey* key = rows[i]->sortKey(column);
+        if (!key) {
+            const RowContent& first = texts.firstLike(i);
+            if (!first.sortKey(column)) {
+                bytes.clear();
+                collator.appendSortKey(first.columnText(column), bytes);
+                first.rememberSortKey(SortKey::make(column, bytes));
+            }
+            key = first.sortKey(column);
+            if (&first != rows[i]) rows[i]->rememberSortKey(SortKeyPtr(key));
         }
-        if (&first != rows[i]) rows[i]->rememberSortKey(SortKeyPtr(first.sortKey(column)));
+        keys.push_back(key);
     }
+    return keys;
 }
 
-/// The ranks the rows have from being ranked together; a count of 0 when they were not.
-RowRanks knownRanks(std::span<const RowContent* const> rows, int column) {
+/// The ranks that the keys have from being ranked together; a count of 0 when they were not.
+RowRanks knownRanks(const Keys& keys) {
     RowRanks known;
-    const Ranking* const ranking = rows.front()->sortKey(column)->ranking();
+    const Ranking* const ranking = keys.front()->ranking();
     if (!ranking || ranking->ranks == 0) return known;
-    known.ranks.reserve(rows.size());
-    for (const RowContent* row : rows) {
-        const SortKey& key = *row->sortKey(column);
-        if (key.ranking() != ranking) return {};
-        known.ranks.push_back(key.rank());
+    known.ranks.reserve(keys.size());
+    for (const SortKey* key : keys) {
+        if (key->ranking() != ranking) return {};
+        known.ranks.push_back(key->rank());
     }
     known.count = ranking->ranks;
     return known;
 }
 
-void rankKeys(std::span<const RowContent* const> rows, int column) {
+void rankTogether(const Keys& keys) {
     const auto ranking = std::make_shared<Ranking>();
-    std::vector<const SortKey*> keys;
-    for (const RowContent* row : rows) {
-        const SortKey& key = *row->sortKey(column);
-        if (key.ranking() == ranking.get()) continue;
-        keys.push_back(&key);
-        key.rankIn(ranking, 0);
+    Keys distinct;
+    for (const SortKey* key : keys) {
+        if (key->ranking() == ranking.get()) continue;
+        distinct.push_back(key);
+        key->rankIn(ranking, 0);
     }
-    putInOrder(keys);
+    putInOrder(distinct);
     std::uint32_t rank = 0;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        if (i > 0 && keys[i - 1]->bytes() != keys[i]->bytes()) ++rank;
-        keys[i]->setRank(rank);
+    for (std::size_t i = 0; i < distinct.size(); ++i) {
+        if (i > 0 && distinct[i - 1]->bytes() != distinct[i]->bytes()) ++rank;
+        distinct[i]->setRank(rank);
     }
     ranking->ranks = rank + 1;
 }
@@ -106,11 +123,11 @@ const SortKey& sortKeyOf(const RowContent& row, int column, ports::Collator& col
 
 RowRanks rankRows(std::span<const RowContent* const> rows, int column, ports::Collator& collator) {
     if (rows.empty()) return {};
-    if (const auto without = withoutKey(rows, column); !without.empty()) makeKeys(without, column, collator);
-    RowRanks ranks = knownRanks(rows, column);
+    const Keys keys = keysOf(rows, column, collator);
+    RowRanks ranks = knownRanks(keys);
     if (ranks.count > 0) return ranks;
-    rankKeys(rows, column);
-    return knownRanks(rows, column);
+    rankTogether(keys);
+    return knownRanks(keys);
 }
 
 std::vector<std::uint32_t> placesOf(RowRanks ranked, bool descending) {

@@ -103,10 +103,11 @@ TEST(ChunkedSequence, LetsGoOfWhatIsRemoved) {
 
 TEST(ChunkedSequence, TakesAValueFromItself) {
     Sequence sequence;
-    for (int i = 0; i < 512; ++i) sequence.insert(sequence.size(), std::make_shared<int>(i));
-    sequence.insert(3, sequence[511]); // splits on the way
-    EXPECT_EQ(*sequence[3], 511);
-    EXPECT_EQ(*sequence[512], 511);
+    const auto full = static_cast<int>(Sequence::kChunk);
+    for (int i = 0; i < full; ++i) sequence.insert(sequence.size(), std::make_shared<int>(i));
+    sequence.insert(3, sequence[Sequence::kChunk - 1]); // splits on the way
+    EXPECT_EQ(*sequence[3], full - 1);
+    EXPECT_EQ(*sequence[Sequence::kChunk], full - 1);
 }
 
 TEST(ChunkedSequence, FindsTheBoundaryOfAPartitionWhereverItLies) {
