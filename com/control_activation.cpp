@@ -37,11 +37,11 @@ HRESULT ControlShell::activateInPlace() {
     info.cb = sizeof info;
     if (FAILED(result = site->GetWindow(&parent))) return result;
     if (FAILED(result = site->GetWindowContext(&frame_, &document_, &position, &clip, &info))) return result;
-    if (FAILED(result = site->OnInPlaceActivate())) return result;
-    if (site_.Get() != clientSite.Get()) {
+    result = site->OnInPlaceActivate();
+    if (FAILED(result) || site_.Get() != clientSite.Get()) {
         frame_.Reset();
         document_.Reset();
-        return E_FAIL;
+        return FAILED(result) ? result : E_FAIL;
     }
     inPlaceSite_ = site;
     inPlaceActive_ = true;

@@ -20,7 +20,7 @@ constexpr int kViewDelay = 1; // milliseconds
 ControlShell::ControlShell(IUnknown* outer, std::shared_ptr<Apartment> apartment)
     : DispatchShell(outer, apartment, std::make_shared<view::LogControl>(apartment->globals())),
       notifications_(*this, *this), persistence_(*this, control(), apartment->globals().platform.fonts),
-      picture_(control(), apartment->globals().platform.peers),
+      picture_(control(), apartment->globals().platform.peers), data_(*this, picture_),
       viewTimer_(apartment->globals().platform.peers, kViewDelay, [this] { tellViewChanged(); }) {
     control().focusChanged = [this](bool got) { focusChanged(got); };
     control().mayChange = [this](std::int32_t property) { return mayChange(property); };
@@ -47,6 +47,7 @@ void* ControlShell::interfaceOf(REFIID id) noexcept {
         return static_cast<IProvideClassInfo2*>(this);
     if (id == IID_ISpecifyPropertyPages) return static_cast<ISpecifyPropertyPages*>(this);
     if (id == IID_IPerPropertyBrowsing) return static_cast<IPerPropertyBrowsing*>(this);
+    if (id == IID_IDataObject) return static_cast<IDataObject*>(&data_);
     if (id == IID_IQuickActivate) return static_cast<IQuickActivate*>(this);
     if (id == IID_IConnectionPointContainer) return static_cast<IConnectionPointContainer*>(this);
     if (void* persistence = persistence_.interfaceOf(id)) return persistence;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "com/com_ptr.h"
+#include "com/control_data.h"
 #include "com/control_persistence.h"
 #include "com/control_picture.h"
 #include "com/dispatch_shell.h"
@@ -163,6 +164,7 @@ private:
     ComPtr<IOleInPlaceUIWindow> document_;
     ComPtr<IOleAdviseHolder> advises_;
     ControlPicture picture_;
+    ControlData data_;
     ViewAdvice viewAdvice_;
     widgets::Timer viewTimer_;
     bool inPlaceActive_ = false;

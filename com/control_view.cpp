@@ -8,13 +8,14 @@
 namespace cvlog::com {
 
 void ControlShell::viewChanged() {
-    if (viewAdvice_.isWanted()) base::ignoring([this] { viewTimer_.enable(); });
+    if (viewAdvice_.isWanted() || data_.isWanted()) base::ignoring([this] { viewTimer_.enable(); });
 }
 
 void ControlShell::tellViewChanged() {
     const ComPtr<IUnknown> keep(outer());
     viewTimer_.disable();
     viewAdvice_.tell();
+    data_.tell();
 }
 
 STDMETHODIMP ControlShell::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE* device, HDC target, HDC draw,

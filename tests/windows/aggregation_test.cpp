@@ -50,7 +50,8 @@ const IID kControlInterfaces[] = {IID_IDispatch,
                                   IID_IViewObjectEx,
                                   IID_IQuickActivate,
                                   IID_IPerPropertyBrowsing,
-                                  IID_ISpecifyPropertyPages};
+                                  IID_ISpecifyPropertyPages,
+                                  IID_IDataObject};
 
 class Aggregation : public ComTest {
 protected:

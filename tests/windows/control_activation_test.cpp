@@ -57,6 +57,16 @@ TEST_F(ControlActivation, SurvivesASiteThatIsTakenBackMeanwhile) {
     }
 }
 
+TEST_F(ControlActivation, AContainerThatRefusesIsNotHeld) {
+    site_.activateAnswer = E_ACCESSDENIED;
+    EXPECT_EQ(run(OLEIVERB_UIACTIVATE), E_ACCESSDENIED);
+    EXPECT_FALSE(IsChild(window_, list()));
+    EXPECT_EQ(site_.frame.references, 1U);
+    EXPECT_EQ(site_.document.references, 1U);
+    site_.activateAnswer = S_OK;
+    EXPECT_EQ(run(OLEIVERB_UIACTIVATE), S_OK);
+}
+
 TEST_F(ControlActivation, ShowsOnlyWhatTheContainersClipLeaves) {
     const auto cut = [this](RECT* box) { return GetWindowRgnBox(GetParent(list()), box); };
     RECT box{};

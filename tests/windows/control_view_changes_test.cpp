@@ -106,6 +106,18 @@ TEST_F(ControlViewChanges, ASinkIsToldAtOnceOrOnceAsItWishes) {
     EXPECT_EQ(flags, 0U);
 }
 
+TEST_F(ControlViewChanges, WhoKeepsThePictureAsDataIsToldAsWell) {
+    const auto data = as<IDataObject>(IID_IDataObject);
+    FORMATETC format{CF_ENHMETAFILE, nullptr, DVASPECT_CONTENT, -1, TYMED_ENHMF};
+    DWORD connection = 0;
+    ASSERT_EQ(data->DAdvise(&format, ADVF_NODATA, &sink_, &connection), S_OK);
+    EXPECT_EQ(told([this] { addRow(L"x"); }), 0) << "the view is another matter";
+    EXPECT_EQ(sink_.dataChanges, 1);
+    EXPECT_EQ(data->DUnadvise(connection), S_OK);
+    told([this] { addRow(L"x"); });
+    EXPECT_EQ(sink_.dataChanges, 1);
+}
+
 TEST_F(ControlViewChanges, TheSinkOfTheLastCallIsTheOnlyOne) {
     listen();
     ViewSink second;

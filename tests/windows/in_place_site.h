@@ -82,7 +82,7 @@ public:
     STDMETHODIMP GetWindow(HWND* window) override { return *window = window_, S_OK; }
     STDMETHODIMP ContextSensitiveHelp(BOOL) override { return S_OK; }
     STDMETHODIMP CanInPlaceActivate() override { return S_OK; }
-    STDMETHODIMP OnInPlaceActivate() override { return told(onActivate); }
+    STDMETHODIMP OnInPlaceActivate() override { return told(onActivate), activateAnswer; }
     STDMETHODIMP OnUIActivate() override { return ++userInterfaces, told(onUserInterface); }
     STDMETHODIMP GetWindowContext(IOleInPlaceFrame** around, IOleInPlaceUIWindow** inside, LPRECT position,
                                   LPRECT clip, LPOLEINPLACEFRAMEINFO) override {
@@ -144,6 +144,7 @@ public:
     RECT visible{10, 20, 210, 120};
     std::vector<OfferedKey> offered;
     std::vector<bool> focus;
+    HRESULT activateAnswer = S_OK;
     HRESULT translateAnswer = S_FALSE;
     HRESULT saveAnswer = S_OK;
     HRESULT propertyFrameAnswer = S_OK;

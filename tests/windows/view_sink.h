@@ -16,7 +16,7 @@ public:
     }
     STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
     STDMETHODIMP_(ULONG) Release() override { return --references; }
-    STDMETHODIMP_(void) OnDataChange(FORMATETC*, STGMEDIUM*) override {}
+    STDMETHODIMP_(void) OnDataChange(FORMATETC*, STGMEDIUM*) override { ++dataChanges; }
     STDMETHODIMP_(void) OnViewChange(DWORD aspect, LONG index) override {
         EXPECT_EQ(aspect, static_cast<DWORD>(DVASPECT_CONTENT));
         EXPECT_EQ(index, -1);
@@ -29,6 +29,7 @@ public:
 
     std::function<void()> handler;
     int changes = 0;
+    int dataChanges = 0;
     int saves = 0;
     int closes = 0;
     ULONG references = 1;
