@@ -66,10 +66,14 @@ bool ListInput::before(UINT message, WPARAM& wParam) {
         return keyDown(wParam);
     case WM_KEYUP:
     case WM_SYSKEYUP: {
+        if (menuClosed_) return false; // of a key that chose in the menu
         widgets::KeyEvent event = keyEvent(wParam);
         owner_([&event](widgets::ListViewOwner& owner) { owner.keyReleased(event); });
         return false;
     }
+    case WM_EXITMENULOOP:
+        menuClosed_ = true;
+        return false;
     case WM_CHAR:
     case WM_SYSCHAR:
         return swallowCharacter_; // the character of a key that was consumed
@@ -84,6 +88,7 @@ bool ListInput::before(UINT message, WPARAM& wParam) {
 }
 
 bool ListInput::keyDown(WPARAM& wParam) {
+    menuClosed_ = false;
     widgets::KeyEvent event = keyEvent(wParam);
     const bool alive = owner_([&event](widgets::ListViewOwner& owner) { owner.keyPressed(event); });
     if (!alive) return true;

@@ -49,6 +49,7 @@ private:
 
     const OwnerCalls& owner_;
     bool swallowCharacter_ = false;
+    bool menuClosed_ = false; // since the last key was pressed
     bool clicked_ = false;
     std::optional<widgets::MouseButton> pressed_; // its release was not reported yet
 };

@@ -194,6 +194,20 @@ TEST_F(Win32LogMenu, OpensByKeysAndLetsKeysChoose) {
     EXPECT_EQ(control_->lvLog().rowCount(), 0);
 }
 
+TEST_F(Win32LogMenu, KeepsTheKeyThatChoseFromTheListWhenItIsReleased) {
+    addEntry(u"C:\\x.errors");
+    const auto errorsFile = [this] { return std::u16string(control_->lvLog().row(1).cellTag(1)); };
+    withMenu([](HMENU) {
+        typeKey(VK_UP); // to the last one
+        typeKey(VK_RETURN);
+        return true;
+    });
+    takeMessages();
+    EXPECT_EQ(errorsFile(), u"C:\\x.errors") << "Enter opens an entry, but it was the menu's";
+    typeKey(VK_RETURN);
+    EXPECT_TRUE(takeMessagesUntil([&] { return errorsFile().empty(); })) << "opened: the file is gone";
+}
+
 TEST_F(Win32LogMenu, ChecksTheColumnsAndTurnsTheOneThatIsChosen) {
     control_->lvLog().setColumnWidth(2, 0);
     withMenu([](HMENU menu) {
