@@ -5,7 +5,7 @@
 #include "core/log_row_kind.h"
 #include "details/expansion.h"
 
-#include <ranges>
+#include <utility>
 #include <vector>
 
 namespace cvlog::details {
@@ -71,8 +71,9 @@ std::vector<widgets::RowId> clearReferences(core::Globals& globals, widgets::Lis
 
 void FollowRepository(core::Globals& globals, hostapi::Repository repository) {
     core::LogResources& form = core::LoadLogResources(globals);
-    form.repositoryEvents.reset();
+    auto eventsBefore = std::exchange(form.repositoryEvents, nullptr);
     form.Repository = repository;
+    eventsBefore.reset(); // its end may run code that unloads the form
     std::unique_ptr<automation::Connection> events;
     base::ignoring([&] {
         if (const automation::ObjectRef& source = repository.LateBound::object())
