@@ -36,7 +36,7 @@ Apartment* Apartment::current() noexcept {
     return content ? content->lock().get() : nullptr;
 }
 
-Apartment::Apartment() : engine_(store::makeLogEngine(services_.files)) {
+Apartment::Apartment() : engine_(store::makeLogEngine(services_.files, services_.objects)) {
     services_.host.owner = [this] { return weak_from_this().lock(); };
     services_.host.codeLock = [] { return std::make_shared<ModuleLock>(); };
     globals_ = std::make_unique<core::Globals>(core::Platform::of(services_, *engine_));

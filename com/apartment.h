@@ -1,5 +1,6 @@
 #pragma once
 
+#include "com/created_objects.h"
 #include "com/module.h"
 #include "com/ole_fonts.h"
 #include "core/globals.h"
@@ -40,6 +41,7 @@ private:
     ModuleLock lock_; // windows may outlive all objects, and messages under way the last of them
     struct Services : platform::win32::Services {
         OleFonts fonts;
+        CreatedObjects objects;
     };
 
     Services services_;

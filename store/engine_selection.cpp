@@ -1,5 +1,6 @@
 #include "store/engine_selection.h"
 
+#include "store/dao_engine.h"
 #include "store/engine_error.h"
 #include "store/sqlite_engine.h"
 #include "store/sqlite_file.h"
@@ -42,8 +43,8 @@ std::unique_ptr<Engine> makeSelectingEngine(ports::FileSystem& files, Engines en
     return std::make_unique<SelectingEngine>(files, std::move(engines));
 }
 
-std::unique_ptr<Engine> makeLogEngine(ports::FileSystem& files) {
-    return makeSelectingEngine(files, {makeSqliteEngine(files), nullptr});
+std::unique_ptr<Engine> makeLogEngine(ports::FileSystem& files, ports::ObjectFactory& objects) {
+    return makeSelectingEngine(files, {makeSqliteEngine(files), makeDaoEngine(objects)});
 }
 
 } // namespace cvlog::store

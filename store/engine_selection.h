@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/file_system.h"
+#include "ports/object_factory.h"
 #include "store/engine.h"
 #include "store/file_kind.h"
 
@@ -16,7 +17,8 @@ struct Engines {
 /// engine.
 std::unique_ptr<Engine> makeSelectingEngine(ports::FileSystem& files, Engines engines);
 
-/// The log's engine: all that this build has.
-std::unique_ptr<Engine> makeLogEngine(ports::FileSystem& files);
+/// The log's engine: ours for the files of the embedded database, an installed one for those of the desktop database.
+/// Both ports must live as long as the engine.
+std::unique_ptr<Engine> makeLogEngine(ports::FileSystem& files, ports::ObjectFactory& objects);
 
 } // namespace cvlog::store

@@ -7,8 +7,8 @@
 namespace cvlog::bench {
 
 HeadlessLog::HeadlessLog(int lists)
-    : engine_(store::makeLogEngine(platform_.files)), globals_(core::Platform::of(platform_, *engine_)),
-      log_(std::make_shared<core::CVLog>(globals_)) {
+    : engine_(store::makeLogEngine(platform_.files, objects_)),
+      globals_(core::Platform::of(platform_, *engine_)), log_(std::make_shared<core::CVLog>(globals_)) {
     platform_.peers.mirrored = false;
     for (int i = 0; i < lists; ++i) controls_.push_back(std::make_shared<view::LogControl>(globals_));
     core::SeriesStart(globals_);

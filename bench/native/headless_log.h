@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/cv_log.h"
+#include "platform/headless/headless_objects.h"
 #include "platform/headless/headless_platform.h"
 #include "view/log_control.h"
 
@@ -20,6 +21,7 @@ public:
 
 private:
     platform::headless::HeadlessPlatform platform_;
+    platform::headless::HeadlessObjects objects_{platform_.gate};
     std::unique_ptr<store::Engine> engine_;
     core::Globals globals_;
     std::shared_ptr<core::CVLog> log_;

@@ -75,8 +75,8 @@ core::Platform platformOf(platform::win32::Services& shown, platform::headless::
 } // namespace
 
 ShownLog::ShownLog(int lists)
-    : engine_(store::makeLogEngine(platform_.files)), globals_(platformOf(services_, platform_, *engine_)),
-      log_(std::make_shared<core::CVLog>(globals_)) {
+    : engine_(store::makeLogEngine(platform_.files, objects_)),
+      globals_(platformOf(services_, platform_, *engine_)), log_(std::make_shared<core::CVLog>(globals_)) {
     globals_.frmLogResources = makeResources();
     globals_.store.CurrentLog = log_; // a log is open: what a new list takes its rows from
     for (int i = 0; i < lists; ++i) controls_.push_back(makeControl());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/cv_log.h"
+#include "platform/headless/headless_objects.h"
 #include "platform/headless/headless_platform.h"
 #include "platform/win32/list_view_window.h"
 #include "platform/win32/services.h"
@@ -36,6 +37,7 @@ public:
 private:
     platform::win32::Services services_;
     platform::headless::HeadlessPlatform platform_; // what the system has no part in
+    platform::headless::HeadlessObjects objects_{platform_.gate};
     std::unique_ptr<store::Engine> engine_;
     core::Globals globals_;
     std::shared_ptr<core::CVLog> log_;

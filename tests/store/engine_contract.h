@@ -15,11 +15,23 @@ inline constexpr char16_t kAddRecordNum[] = u"alter table LogInfo add column Rec
 inline constexpr char16_t kAddErrors[] = u"alter table LogInfo add column Errors Text(254)";
 inline constexpr char16_t kHighWater[] = u"Select RecordNum From LogInfo order by RecordNum desc";
 
-/// What the contract is run against. A second engine joins by one more INSTANTIATE_TEST_SUITE_P.
+/// Where an engine comes from, with what it needs for as long as it lives.
+class EngineSource {
+public:
+    virtual ~EngineSource() = default;
+    virtual std::unique_ptr<Engine> makeEngine(ports::FileSystem& files) = 0;
+    /// A database without tables, in the folder.
+    virtual void makeEmptyFile(const TestFolder& folder, std::u16string_view name) = 0;
+    /// Table T with a counter RecordNum, a text A that is 'none' by default, and a whole number B that is 3.
+    virtual void makeTableWithDefaults(Database& database) = 0;
+};
+
+/// What the contract is run against. Another engine joins by one more INSTANTIATE_TEST_SUITE_P.
 struct EngineUnderTest {
     std::string name;
-    std::function<std::unique_ptr<Engine>(ports::FileSystem&)> makeEngine;
-    std::function<void(const std::string& path)> makeEmptyFile; // a database without tables
+    std::function<std::unique_ptr<EngineSource>()> makeSource;
+    /// A table gets a column while row sets are open on it. An engine that cannot refuses, and changes nothing.
+    bool changesTablesInUse;
 };
 
 inline void PrintTo(const EngineUnderTest& engine, std::ostream* out) { *out << engine.name; }
@@ -38,6 +50,7 @@ protected:
 
     TestFolder folder_;
     MachineFiles files_;
+    std::unique_ptr<EngineSource> source_;
     std::unique_ptr<Engine> engine_;
     std::shared_ptr<Database> database_;
 };

@@ -1,5 +1,4 @@
 #include "automation/error.h"
-#include "store/engine_selection.h"
 #include "tests/store/sqlite_files.h"
 
 #include <sqlite3.h>
@@ -140,18 +139,6 @@ TEST_F(SqliteFiles, theHostsOwnTransactionIsKeptWhole) {
     EXPECT_EQ(database->openSnapshot(u"select * from LogInfo")->value(u"RecordNum"), Value(1));
     database->execute(u"rollback");
     EXPECT_THROW(database->requireColumn(u"LogInfo", u"RecordNum"), AutomationError);
-}
-
-TEST_F(SqliteFiles, aJetFileHasNoEngineYetAndSaysSo) {
-    using namespace std::string_view_literals;
-    writeWhole(native(), "\0\1\0\0Standard Jet DB\0"sv);
-    const auto engine = makeLogEngine(files_);
-    try {
-        engine->open(folder_.path(kFile));
-        FAIL();
-    } catch (const AutomationError& error) {
-        EXPECT_EQ(error.description(), u"There is no engine for databases of this format.");
-    }
 }
 
 TEST_F(SqliteFiles, theBitsOfASmallFileFlippedOneByOneNeverCrash) {
