@@ -11,9 +11,9 @@ namespace cvlog::platform::headless {
 /// Monitors that nobody looks at; one to begin with.
 class HeadlessScreens : public ports::Screens {
 public:
-    base::Area workArea(const base::Area& near) override {
+    base::Area workArea(const base::Area& place) override {
         return *std::ranges::max_element(monitors, {}, [&](const base::Area& monitor) {
-            return std::pair(shared(monitor, near), -distance(monitor, near));
+            return std::pair(shared(monitor, place), -distance(monitor, place));
         });
     }
     base::Area windowArea(std::int32_t) override { return window; }

@@ -3,6 +3,7 @@
 #include "tests/windows/form_window_fixture.h"
 
 #include "details/frm_cancel.h"
+#include "platform/headless/headless_objects.h"
 #include "platform/headless/headless_platform.h"
 #include "store/engine_selection.h"
 
@@ -11,7 +12,7 @@ namespace {
 
 class Win32CancelStrip : public FormWindowFixture {
 protected:
-    Win32CancelStrip() : engine_(store::makeLogEngine(services_.files)) {}
+    Win32CancelStrip() : engine_(store::makeLogEngine(services_.files, objects_)) {}
     ~Win32CancelStrip() override {
         if (globals_.frmCancel) globals_.frmCancel->unload();
         takeMessages();
@@ -47,17 +48,18 @@ protected:
             .pictures = services_.pictures,
             .screens = services_.screens,
             .windowMessages = services_.windowMessages,
+            .fonts = rest.fonts,
             .helpViewer = services_.helpViewer,
             .messageFilters = services_.messageFilters,
-            .fonts = rest.fonts,
             .peers = services_.peers,
             .engine = *engine_,
             .language = services_.language,
         };
     }
 
-    std::unique_ptr<store::Engine> engine_;
     platform::headless::HeadlessPlatform headless_; // what the strip does not use
+    platform::headless::HeadlessObjects objects_{headless_.gate};
+    std::unique_ptr<store::Engine> engine_;
     core::Globals globals_{platformOf()};
     HostsWindow host_;
 };

@@ -32,7 +32,7 @@ End Sub
 Dim Ctl, List, Item, Header, i, Walked
 Set Ctl = CreateObject("CVLog3.CVLogControl")
 Set List = Ctl.Controls("lvLog")
-Check Ctl.Controls.Count = 1, 10
+Check Ctl.Controls.Count = 17, 10
 For i = 1 To 3
     Set Item = List.ListItems.Add(i, "key" & i, "row " & i)
     Item.Tag = "tag " & i
@@ -60,10 +60,16 @@ Next
 For Each Item In List.ListItems(3).ListSubItems
     Walked = Walked & Item.Text & ";"
 Next
+Check Walked = "row 1;row 2;row 3;Date Elapsed Method Type Name Result Message ;method 3;", 23
+i = 0
 For Each Item In Ctl.Controls
-    Walked = Walked & Item.ListItems.Count
+    i = i + 1
 Next
-Check Walked = "row 1;row 2;row 3;Date Elapsed Method Type Name Result Message ;method 3;3", 23
+Check i = 17, 24
+Check Ctl.Controls("mnuLogDelete").Caption = "&Delete Records", 25
+Ctl.Controls("mnuLogDelete").Enabled = False
+Check Not Ctl.Controls("mnuLogDelete").Enabled, 26
+Check Ctl.Controls("mnuColumn").Item(1).Tag = "Elapsed", 27
 Check List.ListItems("KEY2").Index = 2, 13
 Check List.ListItems(2).ListSubItems("Method").Text = "method 2", 14
 Check List.ListItems(2).ListSubItems.Count = 2, 15
