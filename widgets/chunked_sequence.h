@@ -57,17 +57,26 @@ public:
         recount();
     }
 
-    /// How many elements stand before the first one that is not `before`, all behind that one not being it either.
-    template <class Before>
-    std::size_t partitionPoint(Before&& before) const {
+    /// How many elements stand before the first one that is not `before`, all behind that one not being it either. The
+    /// elements that may be looked at next are `comingUp`.
+    template <class Before, class ComingUp>
+    std::size_t partitionPoint(Before&& before, ComingUp&& comingUp) const {
         const auto behind = std::partition_point(chunks_.begin(), chunks_.end(),
                                                  [&](const Chunk& chunk) { return before(chunk.slots[0]); });
         if (behind == chunks_.begin()) return 0;
         const Chunk& chunk = *std::prev(behind);
         const T* const begin = chunk.slots.get();
-        const auto within = std::partition_point(begin + 1, begin + chunk.size, before) - begin;
-        return firstOf(static_cast<std::size_t>(behind - chunks_.begin()) - 1) +
-               static_cast<std::size_t>(within);
+        std::size_t within = 1;
+        for (std::size_t end = chunk.size; within < end;) {
+            const std::size_t middle = within + (end - within) / 2;
+            comingUp(begin[within + (middle - within) / 2]);
+            comingUp(begin[middle + (end - middle) / 2]);
+            if (before(begin[middle]))
+                within = middle + 1;
+            else
+                end = middle;
+        }
+        return firstOf(static_cast<std::size_t>(behind - chunks_.begin()) - 1) + within;
     }
 
     /// The position of the first element that fits; size() when none does.

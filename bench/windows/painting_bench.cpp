@@ -88,7 +88,7 @@ Registration pages(int rows, const std::string& name) {
                     kRounds, [&] { return scrollPages(shown.ours()); },
                     [&] { return scrollPages(shown.stock()); });
                 return std::vector<Figure>{{full + ".drawn", drawn.value, "ms", drawn.peer, 0.3},
-                                           {full + ".scrolled", scrolled.value, "ms", scrolled.peer, 0.3}};
+                                           {full + ".scrolled", scrolled.value, "ms", scrolled.peer, 1}};
             }};
 }
 

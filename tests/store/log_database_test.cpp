@@ -5,6 +5,7 @@
 #include "store/engine_error.h"
 #include "tests/support/fault_sweep.h"
 #include "tests/support/log_world.h"
+#include "view/list_set.h"
 
 #include <gtest/gtest.h>
 
@@ -71,10 +72,13 @@ TEST_F(LogDatabase, RemembersTheHighestRecordNumberAtOpening) {
     EXPECT_EQ(state().LastRecordNum, 0) << "an empty table";
     for (int i = 0; i < 3; ++i) world.add({u"", 0, u"", u"x", u""});
     EXPECT_EQ(state().LastRecordNum, 0) << "the mark does not move in a session";
+    view::ClearLists(world.globals);
+    world.add({u"", 0, u"", u"x", u""});
+    EXPECT_EQ(state().LastRecordNum, 0) << "nor by emptying the lists";
     world.close();
     world.calls.restart();
     EXPECT_TRUE(world.open());
-    EXPECT_EQ(state().LastRecordNum, 3);
+    EXPECT_EQ(state().LastRecordNum, 4);
     EXPECT_EQ(world.calls.journalOf({"Database.openSnapshot", "Recordset."}),
               (Journal{"Database.openSnapshot(Select RecordNum From LogInfo order by RecordNum desc)",
                        "Recordset.atEnd", "Recordset.value(RecordNum)", "Recordset.close"}));

@@ -116,7 +116,8 @@ TEST(ChunkedSequence, FindsTheBoundaryOfAPartitionWhereverItLies) {
         for (int i = 0; i < count; ++i) sequence.insert(sequence.size() / 2, std::make_shared<int>(0));
         for (int i = 0; i < count; ++i) *sequence[static_cast<std::size_t>(i)] = i;
         for (int boundary = 0; boundary <= count; boundary += 1 + boundary % 7)
-            ASSERT_EQ(sequence.partitionPoint([&](const auto& value) { return *value < boundary; }),
+            ASSERT_EQ(sequence.partitionPoint([&](const auto& value) { return *value < boundary; },
+                                              [](const auto&) {}),
                       static_cast<std::size_t>(boundary))
                 << "of " << count;
     }
