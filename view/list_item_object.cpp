@@ -52,7 +52,7 @@ const DispatchTable& ListItem::dispatchTable() const {
         readable<Self>(u"Key", 2, Type::Text,
                        [](Self& self) {
                            const RowPlace place = self.row_.find();
-                           return std::u16string(place.list->rowKey(place.position));
+                           return place.list->rowKey(place.position);
                        }),
         settable<Self>(u"Key", 2, Type::Text,
                        [](Self& self, const Value& value) { self.setKey(value.as<std::u16string>()); }),

@@ -77,8 +77,6 @@ int ListView::positionOf(RowId id, int guess) const noexcept {
     return found == rows_.size() ? 0 : static_cast<int>(found) + 1;
 }
 
-std::u16string_view ListView::rowKey(int position) const noexcept { return rowKeys_.of(idAt(position)); }
-
 int ListView::rowOf(std::u16string_view key) const {
     const RowId id = rowKeys_.find(key);
     return id == 0 ? 0 : positionOf(id);

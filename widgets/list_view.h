@@ -78,11 +78,13 @@ public:
     /// 0 when the row is gone. A good guess makes the search short.
     int positionOf(RowId id, int guess = 0) const noexcept;
     /// A row may have a key in this list, unique without regard to case; most have none.
-    std::u16string_view rowKey(int position) const noexcept;
+    std::u16string rowKey(int position) const { return rowKeys_.of(idAt(position)); }
     /// 0 when no row has the key.
     int rowOf(std::u16string_view key) const;
     /// False, and nothing is changed, when another row has the key. An empty one takes the row's key away.
     bool setRowKey(int position, std::u16string_view key);
+    /// Gives a row the key "k" and a number above 0, whether another row has it or not: cheap for rows without end.
+    void setNumberedKey(RowId row, std::int32_t number) { rowKeys_.setNumbered(row, number); }
     /// Gives the row other content, in this list only.
     void replace(int position, RowPtr content);
     void setCellTag(int position, std::u16string_view key, std::u16string_view tag);

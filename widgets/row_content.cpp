@@ -3,6 +3,7 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <new>
 
 namespace cvlog::widgets {
 
@@ -20,44 +21,34 @@ Cell* Row::cell(std::u16string_view key) noexcept {
     return found == cells.end() ? nullptr : &*found;
 }
 
-RowContent::RowContent(const Row& row, RowKeys keys) : keys_(std::move(keys)) {
-    std::size_t length = row.text.size() + row.tag.size() + row.smallIcon.size();
-    for (const Cell& cell : row.cells)
-        length += cell.text.size() + cell.tag.size() + cell.icon.size() + cell.toolTip.size();
-    characters_.reserve(length);
-    ends_.reserve(kRowFields + kCellFields * row.cells.size());
-    const auto append = [this](const std::u16string& text) {
-        characters_ += text;
-        ends_.push_back(static_cast<std::uint32_t>(characters_.size()));
-    };
-    append(row.text);
-    append(row.tag);
-    append(row.smallIcon);
-    for (const Cell& cell : row.cells) {
-        append(cell.text);
-        append(cell.tag);
-        append(cell.icon);
-        append(cell.toolTip);
+/// Fills a new content text by text.
+class RowContent::Writer {
+public:
+    explicit Writer(RowContent& content) noexcept : end_(content.ends()), begin_(content.characters()) {}
+    void append(std::u16string_view text) noexcept {
+        std::copy(text.begin(), text.end(), begin_ + length_);
+        length_ += text.size();
+        *end_++ = static_cast<std::uint32_t>(length_);
     }
-}
 
-RowContent::RowContent(const RowContent& original, std::size_t changed, std::u16string_view text)
-    : widthsFont_(original.widthsFont_), sortKey_(original.sortKey_), keys_(original.keys_),
-      ends_(original.ends_), widths_(original.widths_) {
-    const std::u16string_view before = original.field(changed);
-    const std::u16string_view all = original.characters_;
-    const auto begin = static_cast<std::size_t>(before.data() - all.data());
-    characters_.reserve(all.size() - before.size() + text.size());
-    characters_ += all.substr(0, begin);
-    characters_ += text;
-    characters_ += all.substr(begin + before.size());
-    const auto growth = static_cast<std::uint32_t>(text.size() - before.size()); // may wrap, and wraps back
-    for (std::size_t i = changed; i < ends_.size(); ++i) ends_[i] += growth;
+private:
+    std::uint32_t* end_;
+    char16_t* begin_;
+    std::size_t length_ = 0;
+};
+
+RowContent* RowContent::allocate(RowKeys keys, std::size_t characters) {
+    static_assert(sizeof(RowContent) % alignof(std::uint32_t) == 0 && sizeof(float) == sizeof(std::uint32_t));
+    const std::size_t cells = keys->size();
+    const std::size_t numbers = kRowFields + kCellFields * cells + 1 + cells;
+    const std::size_t bytes =
+        sizeof(RowContent) + numbers * sizeof(std::uint32_t) + characters * sizeof(char16_t);
+    return new (::operator new(bytes)) RowContent(std::move(keys));
 }
 
 std::u16string_view RowContent::field(std::size_t index) const noexcept {
-    const std::size_t begin = index == 0 ? 0 : ends_[index - 1];
-    return std::u16string_view(characters_).substr(begin, ends_[index] - begin);
+    const std::size_t begin = index == 0 ? 0 : ends()[index - 1];
+    return {characters() + begin, ends()[index] - begin};
 }
 
 std::u16string_view RowContent::cellField(int cell, std::size_t part) const noexcept {
@@ -89,41 +80,55 @@ Row RowContent::edit() const {
     return row;
 }
 
+RowPtr RowContent::withField(std::size_t changed, std::u16string_view text) const {
+    const std::size_t length = ends()[fieldCount() - 1] - field(changed).size() + text.size();
+    RowPtr copy(allocate(keys_, length));
+    Writer writer(const_cast<RowContent&>(*copy));
+    for (std::size_t i = 0; i < fieldCount(); ++i) writer.append(i == changed ? text : field(i));
+    copy->widthsFont_ = widthsFont_;
+    copy->sortKey_ = sortKey_;
+    if (widthsFont_ != 0) std::copy_n(widths(), columnCount(), copy->widths());
+    return copy;
+}
+
 RowPtr RowContent::with(RowField changed, std::u16string_view text) const {
-    RowPtr copy(new RowContent(*this, static_cast<std::size_t>(changed), text));
+    RowPtr copy = withField(static_cast<std::size_t>(changed), text);
     if (changed == RowField::Text) copy->forgetText(1);
     return copy;
 }
 
 RowPtr RowContent::withCell(int cell, CellField changed, std::u16string_view text) const {
     const std::size_t first = kRowFields + static_cast<std::size_t>(cell - 1) * kCellFields;
-    RowPtr copy(new RowContent(*this, first + static_cast<std::size_t>(changed), text));
+    RowPtr copy = withField(first + static_cast<std::size_t>(changed), text);
     if (changed == CellField::Text) copy->forgetText(cell + 1);
     return copy;
 }
 
 std::optional<base::Twips> RowContent::rememberedWidth(std::uint32_t fontNumber, int column) const noexcept {
     const auto index = static_cast<std::size_t>(column - 1);
-    if (widthsFont_ != fontNumber || index >= widths_.size() || widths_[index] < 0) return std::nullopt;
-    return widths_[index];
+    if (widthsFont_ != fontNumber || index >= columnCount() || widths()[index] < 0) return std::nullopt;
+    return widths()[index];
 }
 
 void RowContent::rememberWidth(std::uint32_t fontNumber, int column, base::Twips width) const {
-    if (widthsFont_ != fontNumber || widths_.empty()) {
-        widths_.assign(static_cast<std::size_t>(cellCount()) + 1, -1.0F);
+    if (widthsFont_ != fontNumber) {
+        std::fill_n(widths(), columnCount(), -1.0F);
         widthsFont_ = fontNumber;
     }
     const auto index = static_cast<std::size_t>(column - 1);
-    if (index < widths_.size()) widths_[index] = width;
+    if (index < columnCount()) widths()[index] = width;
 }
 
 void RowContent::forgetText(int column) const noexcept {
     const auto index = static_cast<std::size_t>(column - 1);
-    if (index < widths_.size()) widths_[index] = -1.0F;
+    if (index < columnCount()) widths()[index] = -1.0F;
     if (sortKey(column)) sortKey_ = {};
 }
 
-void RowPtr::destroy(const RowContent* content) noexcept { delete content; }
+void RowPtr::destroy(const RowContent* content) noexcept {
+    content->~RowContent();
+    ::operator delete(const_cast<RowContent*>(content));
+}
 
 RowPtr makeRow(const Row& row, RowKeys keys) {
     const bool fits = keys && std::equal(keys->begin(), keys->end(), row.cells.begin(), row.cells.end(),
@@ -133,7 +138,17 @@ RowPtr makeRow(const Row& row, RowKeys keys) {
         for (const Cell& cell : row.cells) own->push_back(cell.key);
         keys = std::move(own);
     }
-    return RowPtr(new RowContent(row, std::move(keys)));
+    std::size_t length = row.text.size() + row.tag.size() + row.smallIcon.size();
+    for (const Cell& cell : row.cells)
+        length += cell.text.size() + cell.tag.size() + cell.icon.size() + cell.toolTip.size();
+    RowContent* const content = RowContent::allocate(std::move(keys), length);
+    RowPtr made(content);
+    RowContent::Writer writer(*content);
+    for (const std::u16string* text : {&row.text, &row.tag, &row.smallIcon}) writer.append(*text);
+    for (const Cell& cell : row.cells)
+        for (const std::u16string* text : {&cell.text, &cell.tag, &cell.icon, &cell.toolTip})
+            writer.append(*text);
+    return made;
 }
 
 } // namespace cvlog::widgets

@@ -3,6 +3,7 @@
 #include "base/twips.h"
 #include "widgets/sort_key.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -46,10 +47,9 @@ enum class CellField { Text, Tag, Icon, ToolTip };
 
 /// What a row shows. Immutable and shared by every list that shows the row; a list whose row changes gets its own
 /// content. Remembers the measured widths of its texts for the font that measured last, and the key of the column that
-/// was sorted by last.
+/// was sorted by last. Lies with its texts in one piece of memory, so that a million rows cost little more than these.
 class RowContent {
 public:
-    RowContent(const Row& row, RowKeys keys);
     RowContent(const RowContent&) = delete;
     RowContent& operator=(const RowContent&) = delete;
 
@@ -91,19 +91,36 @@ public:
 
 private:
     friend class RowPtr;
+    friend RowPtr makeRow(const Row& row, RowKeys keys);
+    class Writer;
 
+    explicit RowContent(RowKeys keys) noexcept : keys_(std::move(keys)) {}
+    ~RowContent() = default;
+
+    /// A content of these keys with room for so many characters; its texts are still to be written.
+    static RowContent* allocate(RowKeys keys, std::size_t characters);
+    RowPtr withField(std::size_t field, std::u16string_view text) const;
     void forgetText(int column) const noexcept;
-    RowContent(const RowContent& original, std::size_t field, std::u16string_view text);
     std::u16string_view field(std::size_t index) const noexcept;
     std::u16string_view cellField(int cell, std::size_t part) const noexcept;
 
+    // What follows the object in its memory.
+    std::size_t fieldCount() const noexcept { return 3 + 4 * keys_->size(); }
+    std::size_t columnCount() const noexcept { return 1 + keys_->size(); }
+    std::uint32_t* ends() const noexcept { // where each text ends
+        return reinterpret_cast<std::uint32_t*>(const_cast<RowContent*>(this + 1));
+    }
+    float* widths() const noexcept { // by column; negative: not measured
+        return reinterpret_cast<float*>(ends() + fieldCount());
+    }
+    char16_t* characters() const noexcept { // all texts, one after another
+        return reinterpret_cast<char16_t*>(widths() + columnCount());
+    }
+
     mutable std::uint32_t references_ = 0;
-    mutable std::uint32_t widthsFont_ = 0;
-    mutable SortKeyPtr sortKey_; // near the front: a search in a sorted list reads nothing else
+    mutable std::uint32_t widthsFont_ = 0; // none yet
+    mutable SortKeyPtr sortKey_;           // near the front: a search in a sorted list reads nothing else
     RowKeys keys_;
-    std::u16string characters_;               // all texts, one after another
-    std::vector<std::uint32_t> ends_;         // where each text ends
-    mutable std::vector<base::Twips> widths_; // by column; negative: not measured
 };
 
 /// A counted reference to a row's content. Contents belong to one apartment, so the count is a plain number.
@@ -134,6 +151,7 @@ private:
 };
 
 /// The finished content of a row. It shares `keys` when these are the row's, else it gets its own.
-RowPtr makeRow(const Row& row, RowKeys keys = nullptr);
+RowPtr makeRow(const Row& row, RowKeys keys);
+inline RowPtr makeRow(const Row& row) { return makeRow(row, nullptr); }
 
 } // namespace cvlog::widgets
