@@ -20,6 +20,7 @@
 #include "ports/message_boxes.h"
 #include "ports/message_filter.h"
 #include "ports/message_pump.h"
+#include "ports/object_factory.h"
 #include "ports/pictures.h"
 #include "ports/screens.h"
 #include "ports/settings_store.h"
@@ -44,6 +45,10 @@ namespace cvlog::details {
 class FrmCancel;
 }
 
+namespace cvlog::store {
+class FrmLogHistory;
+}
+
 namespace cvlog::core {
 
 class CVLog;
@@ -64,6 +69,7 @@ struct Platform {
     ports::Screens& screens;
     ports::WindowMessages& windowMessages;
     ports::Fonts& fonts;
+    ports::ObjectFactory& objects;
     ports::HelpViewer& helpViewer;
     ports::MessageFilters& messageFilters;
     widgets::PeerFactory& peers;
@@ -88,6 +94,7 @@ struct Platform {
             .screens = services.screens,
             .windowMessages = services.windowMessages,
             .fonts = services.fonts,
+            .objects = services.objects,
             .helpViewer = services.helpViewer,
             .messageFilters = services.messageFilters,
             .peers = services.peers,
@@ -122,6 +129,7 @@ struct StoreState {
     std::shared_ptr<CVLog> CurrentLog;
     std::u16string IconsDir;
     std::u16string HelpFile;
+    std::shared_ptr<store::FrmLogHistory> frmLogHistory; // null while it is not loaded
 };
 
 /// Where the log is shown.
@@ -134,10 +142,6 @@ struct PlacementState {
 struct CommandState {
     std::u16string PendingCommand;
     std::int16_t PendingColumnIndex = 0;
-    /// Makes a report of a list, with its title, its name, and a 0. Nothing happens without it.
-    std::function<void(const LogViews::ListRef&, std::u16string_view, std::u16string_view, int)> report;
-    /// Shows the history of the log. Nothing happens without it.
-    std::function<void()> showHistory;
 };
 
 /// F1 while a menu is open.

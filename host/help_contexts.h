@@ -7,5 +7,7 @@
 namespace cvlog::host {
 
 inline constexpr std::int32_t kLogMenuHelp = 1001;
+inline constexpr std::int32_t kHistoryListHelp = 1002;
+inline constexpr std::int32_t kHistoryMenuHelp = 1003;
 
 } // namespace cvlog::host

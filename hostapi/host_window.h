@@ -41,8 +41,10 @@ public:
     }
     void setFocus() const { required()->invoke(u"SetFocus"); }
     void setEnabled(bool enabled) const { required()->put(u"Enabled", enabled); }
-    /// 0 the usual one, 13 the arrow with the hourglass.
+    /// 0 the usual one, 11 the hourglass, 13 the arrow with the hourglass.
     void setMousePointer(std::int16_t pointer) const { required()->put(u"MousePointer", pointer); }
+    /// It holds other windows; only such a one says so.
+    bool isMdiForm() const { return automation::toBoolean(required()->get(u"IsMDIForm")); }
 };
 
 /// A tool of the host that runs.

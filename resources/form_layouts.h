@@ -29,4 +29,11 @@ struct FloatingLogLayout {
     static constexpr base::Twips kLeastHeight = 1'200;
 };
 
+/// The history, as long as its user has not moved it. The list fills it.
+struct HistoryLayout {
+    static constexpr base::Twips kWidth = 11'400;
+    static constexpr base::Twips kHeight = 6'000;
+    static constexpr base::Twips kColumnWidth = 2'880; // until the first load
+};
+
 } // namespace cvlog::resources

@@ -8,6 +8,7 @@
 #include "details/repository_tracking.h"
 #include "host/log_placement.h"
 #include "host/log_visibility.h"
+#include "store/frm_log_history.h"
 #include "view/list_set.h"
 
 namespace cvlog::store {
@@ -128,7 +129,9 @@ void CloseDB(Globals& globals) {
         list->setSmallIcons(nullptr);
         list->setHeaderIcons(nullptr);
     }
+    if (const auto history = state.frmLogHistory) history->lvHistory()->setSmallIcons(nullptr);
     globals.frmLogResources.reset();
+    UnloadHistory(globals);
     state.Workspace = {};
     state.CurrentLog.reset();
     core::ReleaseOptions(globals);

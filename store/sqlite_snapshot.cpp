@@ -98,7 +98,10 @@ SqliteSnapshot::Row SqliteSnapshot::currentRow() const {
     return row;
 }
 
+// Columns are mostly asked for by their exact names.
 int SqliteSnapshot::indexOf(std::u16string_view column) const {
+    for (std::size_t i = 0; i < names_.size(); ++i)
+        if (names_[i] == column) return static_cast<int>(i);
     const auto found = std::find_if(names_.begin(), names_.end(), [&](const std::u16string& name) {
         return base::equalsIgnoringCase(name, column);
     });

@@ -5,7 +5,8 @@
 #include "details/expansion.h"
 #include "host/log_visibility.h"
 #include "host/menu_help_hook.h"
-#include "resources/string_table.h"
+#include "store/frm_log_history.h"
+#include "store/report.h"
 #include "view/list_set.h"
 #include "view/log_columns.h"
 #include "view/log_menu.h"
@@ -19,11 +20,7 @@ namespace cvlog::view {
 
 namespace {
 
-constexpr int kLogName = 513;
-
-void showHistory(const CommandTarget& target) {
-    if (const auto show = target.globals.commands.showHistory) show();
-}
+void showHistory(const CommandTarget& target) { store::ShowHistory(target.globals); }
 
 void toggleDocked(const CommandTarget& target) {
     if (!target.globals.store.CurrentLog) return;
@@ -49,10 +46,7 @@ void hide(const CommandTarget& target) {
     if (target.globals.store.CurrentLog) host::PutVisible(target.globals, false);
 }
 
-void report(const CommandTarget& target) {
-    if (const auto make = target.globals.commands.report)
-        make(target.list, resources::text(target.globals.platform.language, kLogName), u"Log", 0);
-}
+void report(const CommandTarget& target) { store::MakeLogReport(target.globals, target.list); }
 
 void showErrors(const CommandTarget& target) {
     const hostapi::RowFace row = hostapi::LogFace(target.control).lvLog().selectedRow();

@@ -3,26 +3,11 @@
 #include "base/failure.h"
 #include "core/log_row_kind.h"
 #include "details/expansion.h"
+#include "host/busy_pointer.h"
 
 namespace cvlog::view {
 
 namespace {
-
-/// The host's busy pointer, as long as it lives; then the one before.
-class BusyPointer {
-public:
-    explicit BusyPointer(const hostapi::Workspace& workspace)
-        : workspace_(workspace), before_(workspace_.setMainWindowCursor(hostapi::kHourglass)) {}
-    ~BusyPointer() {
-        base::ignoring([&] { workspace_.setMainWindowCursor(before_); });
-    }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-
-private:
-    hostapi::Workspace workspace_; // its own: the host may close the log meanwhile
-    std::int32_t before_;
-};
 
 constexpr std::u16string_view kLineEnd = u"\r\n";
 
@@ -84,13 +69,13 @@ int removeUpToOpenEntry(core::Globals& globals, const core::LogViews::ListRef& l
 } // namespace
 
 void CopyRows(core::Globals& globals, core::LogViews::ListRef list) {
-    const BusyPointer busy(globals.store.Workspace);
+    const host::BusyPointer busy(globals.store.Workspace);
     globals.platform.clipboard.setText(selectedText(*list));
 }
 
 void DeleteRows(core::Globals& globals, core::LogViews::ListRef list) {
     if (globals.ExpansionBusy) return;
-    const BusyPointer busy(globals.store.Workspace);
+    const host::BusyPointer busy(globals.store.Workspace);
     SelectedRows rows(*list);
     while (const int openEntry = removeUpToOpenEntry(globals, list, rows)) {
         details::RemoveLogRow(globals, list, openEntry);

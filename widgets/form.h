@@ -21,7 +21,7 @@ class PeerFactory;
 /// A strip has neither a frame nor a caption that can be seen.
 enum class Border { Sizable, FixedDialog, Strip };
 /// What the mouse pointer says over a window.
-enum class Pointer { Default = 0, Busy = 13 };
+enum class Pointer { Default = 0, Hourglass = 11, Busy = 13 };
 enum class WindowState { Normal = 0, Maximised = 2 };
 /// Who wants a form to go: its user, by the window's own means, or the program.
 enum class UnloadMode { User = 0, Code = 1 };

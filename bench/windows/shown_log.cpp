@@ -64,6 +64,7 @@ core::Platform platformOf(platform::win32::Services& shown, platform::headless::
         .screens = shown.screens,
         .windowMessages = rest.windowMessages,
         .fonts = rest.fonts,
+        .objects = rest.objects,
         .helpViewer = rest.helpViewer,
         .messageFilters = rest.messageFilters,
         .peers = shown.peers,

@@ -6,6 +6,7 @@
 #include "platform/headless/headless_collator.h"
 #include "platform/headless/headless_fonts.h"
 #include "platform/headless/headless_message_filters.h"
+#include "platform/headless/headless_objects.h"
 #include "platform/headless/headless_peer_factory.h"
 #include "platform/headless/headless_pictures.h"
 #include "platform/headless/headless_screens.h"
@@ -43,6 +44,7 @@ struct HeadlessPlatform {
     HeadlessFonts fonts{gate};
     RecordingHelpViewer helpViewer{gate};
     HeadlessMessageFilters messageFilters{gate};
+    HeadlessObjects objects{gate};
     HeadlessPeerFactory peers{gate};
     resources::Language language = resources::Language::English;
 };

@@ -109,7 +109,8 @@ bool FormWindow::focusChild() noexcept {
 
 bool FormWindow::showPointer() const noexcept {
     if (form_.pointer() == widgets::Pointer::Default) return false;
-    SetCursor(LoadCursorW(nullptr, IDC_APPSTARTING));
+    const bool isHourglass = form_.pointer() == widgets::Pointer::Hourglass;
+    SetCursor(LoadCursorW(nullptr, isHourglass ? IDC_WAIT : IDC_APPSTARTING));
     return true;
 }
 

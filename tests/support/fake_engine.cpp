@@ -63,6 +63,26 @@ void checkValue(const FakeColumn& column, const Value& value) {
     if (text.empty() && !column.zeroLength) fail(EngineError::ZeroLength, u"the value is empty");
 }
 
+bool isHistoryQuery(const std::vector<std::u16string>& word) {
+    return word.size() == 11 && word[0] == u"select" && word[1] == u"*" && word[3] == u"LogInfo" &&
+           word[5] == u"RecordNum" && word[6] == u">" && word[8] == u"order" && word[10] == u"RecordNum";
+}
+
+// "delete from LogInfo", with or without "where RecordNum = n" or "<= n".
+bool deleteRecords(FakeFile& file, const std::vector<std::u16string>& word) {
+    const bool all = word.size() == 3;
+    const bool some = word.size() == 7 && word[3] == u"where" && word[4] == u"RecordNum" &&
+                      (word[5] == u"=" || word[5] == u"<=");
+    if ((!all && !some) || word[0] != u"delete" || word[1] != u"from") return false;
+    std::erase_if(tableOf(file, word[2]).records, [&](const FakeRecord& record) {
+        const std::int32_t number = automation::toInt32(record.at(u"RecordNum"));
+        if (all) return true;
+        const std::int32_t given = automation::toInt32(Value(word[6]));
+        return word[5] == u"=" ? number == given : number <= given;
+    });
+    return true;
+}
+
 class FakeRecordset : public store::Recordset {
 public:
     FakeRecordset(FakeEngine& engine, CallCounter& calls, FakeTable* table, std::vector<FakeRecord> rows)
@@ -145,6 +165,7 @@ public:
     void execute(std::u16string_view sql) override {
         enter("execute(" + base::toUtf8(sql) + ")");
         const auto word = words(sql);
+        if (deleteRecords(file_, word)) return;
         if (word.size() != 7 || word[0] != u"alter" || word[1] != u"table" || word[3] != u"add" ||
             word[4] != u"column")
             fail(EngineError::Syntax, u"unexpected statement");
@@ -152,9 +173,11 @@ public:
     }
     std::shared_ptr<store::Recordset> openSnapshot(std::u16string_view sql) override {
         enter("openSnapshot(" + base::toUtf8(sql) + ")");
+        const auto word = words(sql);
+        FakeTable& table = tableOf(file_, u"LogInfo");
+        if (isHistoryQuery(word)) return openHistory(table, automation::toInt32(Value(word[7])));
         if (sql != u"Select RecordNum From LogInfo order by RecordNum desc")
             fail(EngineError::Syntax, u"unexpected query");
-        FakeTable& table = tableOf(file_, u"LogInfo");
         columnOf(table, u"RecordNum");
         std::vector<FakeRecord> rows = table.records;
         std::stable_sort(rows.begin(), rows.end(), [](const FakeRecord& left, const FakeRecord& right) {
@@ -195,6 +218,15 @@ public:
     }
 
 private:
+    std::shared_ptr<store::Recordset> openHistory(const FakeTable& table, std::int32_t after) {
+        std::vector<FakeRecord> rows;
+        for (const FakeRecord& record : table.records)
+            if (automation::toInt32(record.at(u"RecordNum")) > after) rows.push_back(record);
+        std::stable_sort(rows.begin(), rows.end(), [](const FakeRecord& left, const FakeRecord& right) {
+            return automation::toInt32(left.at(u"RecordNum")) < automation::toInt32(right.at(u"RecordNum"));
+        });
+        return std::make_shared<FakeRecordset>(engine_, calls_, nullptr, std::move(rows));
+    }
     void enter(const std::string& call) {
         calls_.call("Database." + call);
         if (!open_) fail(EngineError::Closed, u"the database is closed");

@@ -84,34 +84,44 @@ TEST_F(LogCommands, DeleteAndClearReachEveryList) {
 }
 
 TEST_F(LogCommands, WordsAreKnownWithoutRegardToCaseAndOthersDoNothing) {
-    int histories = 0;
-    commands().showHistory = [&] { ++histories; };
+    const auto& shown = world.platform.peers.forms.shown;
+    world.platform.peers.forms.whileModal = [](platform::headless::HeadlessFormPeer& history) {
+        history.userCloses();
+    };
     for (const char16_t* word : {u"ShowHistory", u"SHOWHISTORY", u"showhistory"}) dispatch(word);
-    EXPECT_EQ(histories, 3);
+    EXPECT_EQ(shown.size(), 3U);
     const auto calls = world.calls.count();
     for (const char16_t* word : {u"", u"ShowHistory ", u"Delete", u"Show History"}) dispatch(word);
-    EXPECT_EQ(histories, 3);
+    EXPECT_EQ(shown.size(), 3U);
     EXPECT_EQ(world.calls.count(), calls);
 }
 
-TEST_F(LogCommands, HistoryAndReportDoNothingWhileNobodyCarriesThemOut) {
+TEST_F(LogCommands, HistoryAndReportThatFailLeaveNothingOpen) {
     addEntry();
+    world.globals.store.LogDatabase->close();
     choose(u"mnuLogHistory");
     choose(u"mnuLogSave");
     EXPECT_EQ(menus().shown.size(), 2U);
+    EXPECT_TRUE(world.platform.peers.forms.live.empty());
 }
 
 TEST_F(LogCommands, ReportIsOfTheClickedListUnderTheLogsName) {
     std::vector<std::u16string> reported;
-    commands().report = [&](const core::LogViews::ListRef& of, std::u16string_view title,
-                            std::u16string_view name, int number) {
-        EXPECT_EQ(of.get(), &list(1));
-        reported = {std::u16string(title), std::u16string(name), base::decimal(number)};
+    world.platform.objects.classes[u"Tabulite.TLReport"] = [&] {
+        auto generator = std::make_shared<tests::ScriptObject>("Generator", world.calls);
+        generator->set(u"Interrupted", true);
+        generator->on(u"CreateReport", [&](std::span<automation::Value> values) {
+            const automation::ObjectRef of = automation::toObject(values[0]);
+            EXPECT_EQ(automation::toInt32(of->get(u"hWnd")), list(1).windowHandle());
+            reported.push_back(automation::toText(values[1]));
+            return automation::Value();
+        });
+        return generator;
     };
     world.addControl();
     addEntry();
     choose(u"mnuLogSave", 1);
-    EXPECT_EQ(reported, (std::vector<std::u16string>{u"Activity Log", u"Log", u"0"}));
+    EXPECT_EQ(reported, std::vector<std::u16string>{u"Log"});
 }
 
 TEST_F(LogCommands, DockedTurnsWhatTheLogSays) {

@@ -49,6 +49,7 @@ protected:
             .screens = services_.screens,
             .windowMessages = services_.windowMessages,
             .fonts = rest.fonts,
+            .objects = rest.objects,
             .helpViewer = services_.helpViewer,
             .messageFilters = services_.messageFilters,
             .peers = services_.peers,

@@ -3,6 +3,7 @@
 #include "core/cv_log.h"
 #include "host/help_contexts.h"
 #include "platform/headless/headless_fonts.h"
+#include "platform/headless/headless_objects.h"
 #include "platform/headless/recording_help_viewer.h"
 #include "platform/win32/popup_menu.h"
 #include "tests/support/fake_engine.h"
@@ -27,6 +28,7 @@ struct MenuServices : Services {
     headless::CallGate gate;
     headless::HeadlessFonts fonts{gate};
     headless::RecordingHelpViewer helpViewer{gate};
+    headless::HeadlessObjects objects{gate};
 };
 
 HWND menuWindow() {

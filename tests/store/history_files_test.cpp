@@ -1,0 +1,259 @@
+// The history over real files: what it does to them, and what becomes of it when others work on them. The
+// command-line program reads the file after every scenario and agrees.
+
+#include "store/history_commands.h"
+#include "tests/store/history_world.h"
+#include "tests/store/stored_log.h"
+#include "tests/support/failure_code.h"
+
+#include <filesystem>
+
+namespace cvlog::store {
+namespace {
+
+using testing::kModernTable;
+using testing::kOldTable;
+using testing::rowNames;
+using testing::StockDatabase;
+
+constexpr char kTableWithKey[] =
+    "create table LogInfo (Id integer primary key, MethodName text, ObjectName text, "
+    "ObjectType text, LogMessage text, ReturnMessage integer)";
+
+class HistoryFiles : public testing::StoredLog {
+protected:
+    /// Opens the history and runs what the user does there. Answers the failure's code, 0 when it opens.
+    std::int32_t inHistory(const std::function<void(FrmLogHistory&)>& user) {
+        platform_.peers.forms.whileModal = [&](platform::headless::HeadlessFormPeer&) {
+            const auto window = globals_.store.frmLogHistory;
+            user(*window);
+            window->unload();
+        };
+        const std::int32_t code = tests::failureCode([&] { ShowHistory(globals_); });
+        EXPECT_TRUE(platform_.peers.forms.live.empty());
+        EXPECT_EQ(globals_.store.frmLogHistory, nullptr);
+        EXPECT_TRUE(saidNothing());
+        return code;
+    }
+    std::string shown() {
+        std::string names;
+        EXPECT_EQ(inHistory([&](FrmLogHistory& window) { names = rowNames(*window.lvHistory()); }), 0);
+        return names;
+    }
+    void removeRows(FrmLogHistory& window, std::initializer_list<int> rows) {
+        window.lvHistory()->selectAll(false);
+        for (const int row : rows) window.lvHistory()->select(row, true);
+        window.lvHistory()->focusRow(*rows.begin());
+        DeleteHistoryRecords(globals_, window);
+    }
+    /// Two records of an earlier session, one of this.
+    void makeTwoSessions(const std::string& table = kModernTable) {
+        make(table);
+        ASSERT_TRUE(openLog());
+        addEntry(u"a");
+        addEntry(u"b");
+        closeLog();
+        ASSERT_TRUE(openLog());
+        addEntry(u"c");
+    }
+};
+
+class HistoryTables : public HistoryFiles, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(HistoryTables, ShowRecordsDeleteThemAndNeverUseANumberTwice) {
+    makeTwoSessions(GetParam());
+    EXPECT_EQ(shown(), "1 2 S 3");
+    inHistory([&](FrmLogHistory& window) { removeRows(window, {1, 4}); });
+    EXPECT_EQ(shown(), "2 S");
+    addEntry(u"d");
+    EXPECT_EQ(shown(), "2 S 4");
+    inHistory([&](FrmLogHistory& window) {
+        ClearLogHistory(globals_, window);
+        EXPECT_EQ(rowNames(*window.lvHistory()), "S");
+    });
+    addEntry(u"e");
+    EXPECT_EQ(shown(), "S 5") << "a new number is above the session's start";
+    closeLog();
+    EXPECT_EQ(stored(), "5:e");
+    ASSERT_TRUE(openLog());
+    EXPECT_EQ(shown(), "5 S");
+    closeLog();
+}
+
+INSTANTIATE_TEST_SUITE_P(Tables, HistoryTables, ::testing::Values(kModernTable, kOldTable, kTableWithKey));
+
+TEST_F(HistoryFiles, DeletingAtTheSeparatorLeavesEveryRecord) {
+    makeTwoSessions();
+    inHistory([&](FrmLogHistory& window) {
+        removeRows(window, {3});
+        EXPECT_EQ(rowNames(*window.lvHistory()), "S 3");
+    });
+    closeLog();
+    EXPECT_EQ(stored(), "1:a\n2:b\n3:c");
+}
+
+TEST_F(HistoryFiles, ARecordThatAnotherProgramHoldsStaysAndItsRowGoes) {
+    makeTwoSessions();
+    StockDatabase other(native());
+    ASSERT_TRUE(other.run("begin immediate"));
+    inHistory([&](FrmLogHistory& window) {
+        EXPECT_NE(tests::failureCode([&] { removeRows(window, {1, 2}); }), 0);
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 S 3");
+        ASSERT_TRUE(other.run("commit"));
+        removeRows(window, {1});
+        EXPECT_EQ(rowNames(*window.lvHistory()), "S 3");
+    });
+    closeLog();
+    EXPECT_EQ(stored(), "2:b\n3:c");
+}
+
+TEST_F(HistoryFiles, RecordsOfAnotherProgramComeWithTheNextLoad) {
+    makeTwoSessions();
+    inHistory([&](FrmLogHistory& window) {
+        StockDatabase other(native());
+        ASSERT_TRUE(other.run("insert into LogInfo (LogMessage, ReturnMessage) values ('RC 7 other', 7)"));
+        ASSERT_TRUE(other.run("delete from LogInfo where RecordNum = 1"));
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3");
+        window.LoadHistory(globals_.store.LastRecordNum);
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3 4");
+        removeRows(window, {1});
+        EXPECT_EQ(rowNames(*window.lvHistory()), "2 S 3 4") << "a record that is gone already";
+    });
+    closeLog();
+    EXPECT_EQ(ask("select count(*) from LogInfo"), "3");
+}
+
+TEST_F(HistoryFiles, ADatabaseThatTheHostClosesEndsItsCommands) {
+    makeTwoSessions();
+    inHistory([&](FrmLogHistory& window) {
+        automation::toObject(log_->get(u"LogDB"))->invoke(u"Close");
+        EXPECT_NE(tests::failureCode([&] { removeRows(window, {1}); }), 0);
+        EXPECT_NE(tests::failureCode([&] { ClearLogHistory(globals_, window); }), 0);
+        EXPECT_EQ(window.form().caption(), u"Activity Log History");
+        EXPECT_EQ(window.form().pointer(), widgets::Pointer::Default);
+    });
+    EXPECT_NE(inHistory([](FrmLogHistory&) { ADD_FAILURE() << "shown"; }), 0);
+    closeLog();
+    EXPECT_EQ(stored(), "1:a\n2:b\n3:c");
+}
+
+TEST_F(HistoryFiles, AFileThatIsDeletedMeanwhileDoesNoHarm) {
+    makeTwoSessions();
+    inHistory([&](FrmLogHistory& window) {
+        for (const char* end : {"", "-wal", "-shm"}) std::filesystem::remove(native() + end);
+        base::ignoring([&] { removeRows(window, {1}); });
+        base::ignoring([&] { ClearLogHistory(globals_, window); });
+    });
+    base::ignoring([&] { ShowHistory(globals_); });
+    closeLog();
+    EXPECT_FALSE(openLog());
+    closeLog();
+}
+
+TEST_F(HistoryFiles, ValuesOfOtherTypesEndTheLoadWhereTheyStand) {
+    makeTwoSessions();
+    closeLog();
+    const std::pair<const char*, const char*> cases[] = {
+        {"LogMessage = x'00ff'", "1"},
+        {"LogMessage = null", "1"},
+        {"ReturnMessage = 'abc'", "1"},
+        {"ReturnMessage = ' 1 '", "1 2 S 3"},
+        {"ReturnMessage = 1.5", "1 2 S 3"},
+        {"ReturnMessage = 99999999999", "1"},
+        {"LogMessage = 42", "1 2 S 3"},
+        {"ObjectName = null, ObjectType = null, Errors = null", "1 2 S 3"},
+        {"LogMessage = zeroblob(3000000)", "1"},
+    };
+    for (const auto& [change, rows] : cases) {
+        SCOPED_TRACE(change);
+        make("create temp table kept as select * from LogInfo where RecordNum = 2; update LogInfo set " +
+             std::string(change) +
+             " where RecordNum = 2; create table if not exists Saved as select * from kept");
+        ASSERT_TRUE(openLog());
+        globals_.store.LastRecordNum = 2;
+        EXPECT_EQ(shown(), rows);
+        closeLog();
+        make("delete from LogInfo where RecordNum = 2; insert into LogInfo select * from Saved");
+    }
+}
+
+TEST_F(HistoryFiles, ALongTextIsShownWhole) {
+    makeTwoSessions();
+    make("update LogInfo set LogMessage = 'begin' || replace(hex(zeroblob(500000)), '0', 'm') || 'end' "
+         "where RecordNum = 2");
+    inHistory([&](FrmLogHistory& window) {
+        EXPECT_EQ(window.lvHistory()->row(2).text().size(), 1'000'008U);
+        EXPECT_TRUE(window.lvHistory()->row(2).text().ends_with(u"mend"));
+    });
+    closeLog();
+}
+
+TEST_F(HistoryFiles, ALogWhoseNumbersAreUsedUpIsStillShown) {
+    makeTwoSessions();
+    make("insert into LogInfo (RecordNum, LogMessage, ReturnMessage) values (2147483647, 'RC 7 last', 7)");
+    addEntry(u"one too many");
+    EXPECT_EQ(shown(), "1 2 S 3 2147483647");
+    inHistory([&](FrmLogHistory& window) { removeRows(window, {5}); });
+    closeLog();
+    EXPECT_EQ(stored(), "1:a\n2:b\n3:c");
+}
+
+TEST_F(HistoryFiles, NumbersOfAForeignFileMayBeNegativeOrDouble) {
+    make("create table LogInfo (RecordNum integer, MethodName text, ObjectName text, ObjectType text, "
+         "LogMessage text, ReturnMessage integer, Errors Text(254))");
+    make("insert into LogInfo (RecordNum, LogMessage, ReturnMessage) values (-5, 'RC 7 x', 7), (2, 'RC 7 y', "
+         "7), "
+         "(2, 'RC 7 z', 7)");
+    ASSERT_TRUE(openLog());
+    EXPECT_EQ(shown(), "2 2 S");
+    inHistory([&](FrmLogHistory& window) {
+        removeRows(window, {1});
+        EXPECT_EQ(rowNames(*window.lvHistory()), "2 S");
+    });
+    closeLog();
+    EXPECT_EQ(ask("select count(*) from LogInfo"), "1");
+}
+
+// Damage anywhere in the file: the history opens with whole rows or not at all, and the program goes on.
+TEST_F(HistoryFiles, DamagedPagesGiveRowsOrAFailure) {
+    make(kModernTable);
+    for (int i = 0; i < 40; ++i)
+        make("insert into LogInfo (LogMessage, ReturnMessage, ObjectType) values ('message " +
+             std::to_string(i + 1) + " ' || hex(zeroblob(300)), 7, 'PROG')");
+    const std::string whole = testing::readWhole(native());
+    constexpr std::size_t kPage = 4096;
+    int opened = 0;
+    const auto tryFile = [&](const std::string& bytes) {
+        for (const char* end : {"-wal", "-shm"}) std::filesystem::remove(native() + end);
+        testing::writeWhole(native(), bytes);
+        if (base::valueOr(false, [&] { return openLog(); })) {
+            base::ignoring([&] {
+                inHistory([&](FrmLogHistory& window) {
+                    ++opened;
+                    EXPECT_LE(window.lvHistory()->rowCount(), 41);
+                    base::ignoring([&] { removeRows(window, {1}); });
+                    base::ignoring([&] { ClearLogHistory(globals_, window); });
+                });
+            });
+        }
+        base::ignoring([&] { closeLog(); });
+        EXPECT_TRUE(platform_.peers.forms.live.empty());
+    };
+    for (std::size_t page = 0; page * kPage < whole.size(); ++page) {
+        tryFile(whole.substr(0, page * kPage));
+        tryFile(whole.substr(0, page * kPage + 100));
+        for (const std::size_t offset : {0U, 3U, 5U, 8U, 20U, 101U, 2000U, 4090U})
+            for (const char mask : {'\x01', '\x80', '\xff'}) {
+                std::string damaged = whole;
+                char& unit = damaged[page * kPage + offset];
+                unit = static_cast<char>(unit ^ mask);
+                tryFile(damaged);
+            }
+    }
+    EXPECT_GT(opened, 0);
+    for (const char* end : {"-wal", "-shm"}) std::filesystem::remove(native() + end);
+    testing::writeWhole(native(), whole);
+}
+
+} // namespace
+} // namespace cvlog::store
