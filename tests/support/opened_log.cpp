@@ -18,6 +18,7 @@ widgets::RowPtr childOf(const widgets::RowContent& entry, int number) {
     for (const char16_t* key : {u"ObjID", u"Num", u"Type", u"Name", u"Result", u"Message"})
         row.cells.push_back({key, {}, {}, {}, {}});
     row.cell(u"ObjID")->tag = entry.tag();
+    row.cell(u"Num")->tag = base::decimal(number);
     row.cell(u"Message")->text = base::fromUtf8(nameOf(entry)) + u"." + base::decimal(number);
     return widgets::makeRow(row);
 }

@@ -67,6 +67,13 @@ TEST_P(BadColumnSetting, KeepsTheColumnShownInItsNaturalPlace) {
 INSTANTIATE_TEST_SUITE_P(Values, BadColumnSetting,
                          testing::Values(u"word", u"", u"8", u"99", u"-3", u"99999999999", u"3 columns"));
 
+TEST_F(LogColumns, KeepTheirDefaultForAHugeValue) {
+    store(u"Method", std::u16string(64 * 1024, u'1'));
+    const widgets::ListView& list = world.addControl();
+    EXPECT_EQ(list.column(3).position, 3);
+    EXPECT_EQ(list.column(3).width, natural(3));
+}
+
 TEST_F(LogColumns, KeepTheirDefaultsWhenTheStoreFails) {
     int reads = 0;
     world.platform.gate.watcher = [&reads](std::string_view name) {

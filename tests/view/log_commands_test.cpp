@@ -73,6 +73,16 @@ TEST_F(LogCommands, DeleteClearAndCopyActAtOnceAndLeaveNoWord) {
     EXPECT_EQ(commands().PendingCommand, u"");
 }
 
+TEST_F(LogCommands, DeleteAndClearLeaveTheRecords) {
+    globals().options.KeepInSession = true;
+    for (int i = 0; i < 3; ++i) world.add({u"", 0, u"", u"x", u""});
+    select(1);
+    choose(u"mnuLogDelete");
+    choose(u"mnuLogClear");
+    EXPECT_EQ(list().rowCount(), 0);
+    EXPECT_EQ(world.engine.records().size(), 3U);
+}
+
 TEST_F(LogCommands, DeleteAndClearReachEveryList) {
     world.addControl();
     for (int i = 0; i < 3; ++i) addEntry();

@@ -84,7 +84,16 @@ TEST_F(LogDblClickTest, DoesNothingAndKeepsTheWordBeforeTheMenuIsPrepared) {
     list().setCellTag(5, u"Message", u"");
     select(5);
     expectNothing("an open entry that has lost its file");
-    EXPECT_EQ(list().rowCount(), 7);
+    add(childRow(u"P9", u"3"));
+    select(8);
+    expectNothing("a message of an unknown object");
+    add(childRow(u"", u"4"));
+    select(9);
+    expectNothing("a message of no object");
+    list().setCellTag(6, u"Message", u"");
+    select(6);
+    expectNothing("a message without its file");
+    EXPECT_EQ(list().rowCount(), 9);
 }
 
 TEST_F(LogDblClickTest, EmptiesTheWordWhenItPreparesTheMenu) {
@@ -225,6 +234,10 @@ TEST_F(ForeignForm, ShowsTheErrorsItemOnlyAsAFormThatHoldsForms) {
     form->set(u"IsMDIForm", true).raise(u"IsMDIForm", tests::CallCounter::injectedError());
     act();
     EXPECT_FALSE(is(u"mnuLogShowErrors", u"Visible")) << "one that fails is none";
+    form->heal(u"IsMDIForm");
+    world.host.workspace->set(u"ActiveToolList", Value());
+    act();
+    EXPECT_FALSE(is(u"mnuLogShowErrors", u"Visible")) << "without tools nobody shows errors";
 }
 
 TEST_F(ForeignForm, OfOpenEntriesShowsChildRowsAndLeavesTheListAlone) {

@@ -36,6 +36,8 @@ TEST_F(LogKeys, AreConsumedWhenReleasedIfTheyMeanSomething) {
                                  {67, kShift, false, u""},
                                  {67, kCtrl, true, u""},
                                  {67, kCtrl | kShift, true, u""},
+                                 {67, kCtrl | kAlt, true, u""},
+                                 {69, kCtrl | kAlt, true, u"ShowErrors"},
                                  {69, 0, false, u""},
                                  {69, kAlt, false, u""},
                                  {69, kCtrl, true, u"ShowErrors"},
@@ -118,7 +120,7 @@ TEST_F(LogKeys, LeftGoesFromAChildRowToItsEntry) {
     addOpenEntry();
     for (const int child : {3, 4}) {
         select(child);
-        release(37);
+        EXPECT_EQ(release(37).code, 0);
         EXPECT_EQ(list().selectedRow(), 2);
         EXPECT_EQ(list().focusedRow(), 2);
         EXPECT_FALSE(list().isSelected(child));
@@ -130,7 +132,7 @@ TEST_F(LogKeys, LeftGoesToTheFirstRowWhenThereIsNoEntryAbove) {
     add(childRow(u"P1", u"1"));
     add(childRow(u"P1", u"2"));
     select(2);
-    release(37);
+    EXPECT_EQ(release(37).code, 0);
     EXPECT_EQ(list().selectedRow(), 1);
 }
 
@@ -138,15 +140,15 @@ TEST_F(LogKeys, LeftLeavesEntriesAndOtherSelectedRowsAlone) {
     addOpenEntry();
     addEntry();
     select(4);
-    release(37);
+    EXPECT_EQ(release(37).code, 0);
     EXPECT_EQ(list().selectedRow(), 4);
     list().selectAll(false);
-    release(37);
+    EXPECT_EQ(release(37).code, 0);
     EXPECT_EQ(list().selectedRow(), 0);
     select(4);
     list().select(3, true);
     list().focusRow(3);
-    release(37);
+    EXPECT_EQ(release(37).code, 0);
     EXPECT_TRUE(list().isSelected(4));
     EXPECT_EQ(list().selectedRow(), 1);
 }

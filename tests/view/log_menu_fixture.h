@@ -35,6 +35,7 @@ protected:
     ~LogMenuFixture() override {
         menus().whileOpen = nullptr;
         sink->handler = nullptr;
+        expectListsInStep();
         EXPECT_EQ(menus().faults, std::vector<std::string>());
         EXPECT_EQ(menus().live, 0) << "a menu is left";
         EXPECT_FALSE(world.platform.messageFilters.isInstalled()) << "a hook is left";
@@ -45,6 +46,16 @@ protected:
     core::CommandState& commands() { return globals().commands; }
     widgets::MenuItemRef item(std::u16string_view name, std::size_t control = 0) {
         return findMenuItem(world.controls.at(control)->mnuPopUpLog(), name);
+    }
+
+    void expectListsInStep() {
+        EXPECT_FALSE(globals().ExpansionBusy);
+        const auto lists = globals().LogViews.all();
+        for (const auto& one : lists) {
+            ASSERT_EQ(one->rowCount(), lists.front()->rowCount());
+            for (int row = 1; row <= one->rowCount(); ++row)
+                ASSERT_EQ(one->idAt(row), lists.front()->idAt(row)) << row;
+        }
     }
 
     static widgets::RowPtr entryRow(std::u16string text, std::u16string id, std::u16string errorsFile) {

@@ -139,6 +139,9 @@ const State kStates[] = {
          log.globals().placement.Parent = log.world.host.repository;
      },
      "Delete Clear Copy | Save | History Col Docked Hide"},
+    {"an empty log in a container",
+     [](LogMenuStates& log) { log.globals().placement.Parent = log.world.host.repository; },
+     "Delete- Clear- Copy- | Save- | History Col Docked Hide"},
     {"a docked log",
      [](LogMenuStates& log) {
          log.addEntry(u"P1", u""), log.select(1);

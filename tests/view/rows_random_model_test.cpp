@@ -116,6 +116,7 @@ protected:
             for (int column = 1; column <= 7; ++column)
                 ASSERT_EQ(list->column(column).width == 0, oracle_.hidden.contains(list->column(column).key));
         }
+        ASSERT_EQ(world_.engine.records().size(), static_cast<std::size_t>(count_)) << "one for each report";
         ASSERT_EQ(world_.host.cursor, 0);
         ASSERT_EQ(world_.platform.peers.book.faults, std::vector<std::string>());
     }
