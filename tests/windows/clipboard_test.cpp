@@ -7,10 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <condition_variable>
 #include <cstring>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 namespace cvlog::tests {
 namespace {
@@ -59,6 +61,19 @@ class ClipboardText : public ClipboardTest, public testing::WithParamInterface<s
 TEST_P(ClipboardText, IsThereInTheCodePageAndUnchanged) {
     clipboard.setText(GetParam());
     expectText(GetParam());
+}
+
+TEST_F(ClipboardTest, TakesTheCodePageFirstAndKeepsItBesideTheOther) {
+    clipboard.setText(u"text");
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    std::vector<UINT>
+        formats; // in the order in which they came; those that the system makes of others come last
+    for (UINT format = EnumClipboardFormats(0); format != 0; format = EnumClipboardFormats(format))
+        formats.push_back(format);
+    CloseClipboard();
+    ASSERT_FALSE(formats.empty());
+    EXPECT_EQ(formats.front(), UINT{CF_TEXT});
+    EXPECT_EQ(std::count(formats.begin(), formats.end(), UINT{CF_UNICODETEXT}), 1);
 }
 
 using namespace std::string_view_literals;

@@ -1,6 +1,7 @@
 // The model and its owner learn what the user does in the list's window.
 
 #include "platform/win32/screen_units.h"
+#include "tests/windows/held_keys.h"
 #include "tests/windows/list_view_peer_fixture.h"
 
 #include <algorithm>
@@ -11,6 +12,8 @@
 
 namespace cvlog::platform::win32 {
 namespace {
+
+using tests::HeldKeys;
 
 class Win32ListViewInput : public ListViewPeerFixture {};
 
@@ -50,6 +53,46 @@ TEST_F(Win32ListViewInput, TellsTheModelOfKeyboardSelection) {
     key(VK_END);
     expectInStep("moving to the end");
     EXPECT_EQ(model_->selectedRow(), 40);
+}
+
+TEST_F(Win32ListViewInput, TellsTheModelOfARangeThatKeysSelect) {
+    fill(8);
+    showInWindow();
+    model_->focusRow(1);
+    key(VK_DOWN);
+    {
+        const HeldKeys shift({VK_SHIFT});
+        key(VK_DOWN);
+        key(VK_DOWN);
+    }
+    expectInStep("widening the selection");
+    EXPECT_EQ(model_->selectedCount(), 3);
+    EXPECT_TRUE(model_->isSelected(2) && model_->isSelected(3) && model_->isSelected(4));
+}
+
+TEST_F(Win32ListViewInput, TellsTheModelOfSeveralRowsThatTheMouseSelects) {
+    fill(8);
+    showInWindow();
+    const auto click = [this](int position, WPARAM held) {
+        PostMessageW(window_->list(), WM_LBUTTONDOWN, MK_LBUTTON | held, middleOfRow(position));
+        PostMessageW(window_->list(), WM_LBUTTONUP, held, middleOfRow(position));
+        takeMessages();
+    };
+    click(2, 0);
+    {
+        const HeldKeys ctrl({VK_CONTROL});
+        click(5, MK_CONTROL);
+    }
+    expectInStep("adding a row");
+    EXPECT_EQ(model_->selectedCount(), 2);
+    EXPECT_TRUE(model_->isSelected(2) && model_->isSelected(5));
+    {
+        const HeldKeys shift({VK_SHIFT});
+        click(7, MK_SHIFT);
+    }
+    expectInStep("selecting a range");
+    EXPECT_EQ(model_->selectedCount(), 3);
+    EXPECT_TRUE(model_->isSelected(5) && model_->isSelected(7));
 }
 
 TEST_F(Win32ListViewInput, TellsTheModelOfMouseSelection) {
