@@ -50,6 +50,16 @@ if(TARGET workbench)
     if(TARGET CVLog3)
         add_dependencies(workbench CVLog3)
     endif()
+
+    # The sample report generator: a library of its own, as a host's would be, of the sample host's own parts.
+    set(report_parts com_call connection_point output_file script_object text variant)
+    cvlog_sources(report_sources workbench/report/*.cpp)
+    list(TRANSFORM report_parts REPLACE "(.+)" "${CMAKE_SOURCE_DIR}/workbench/\\1.cpp")
+    add_library(TLReport SHARED ${report_sources} ${report_parts} workbench/report/TLReport.def)
+    set_target_properties(TLReport PROPERTIES PREFIX "" OUTPUT_NAME TLReport)
+    target_link_libraries(TLReport PRIVATE cvlog_options ${system_libraries})
+    target_link_options(TLReport PRIVATE -Wl,--enable-stdcall-fixup)
+    add_dependencies(workbench TLReport)
 endif()
 
 # Portable tests whose contracts the Windows body has to keep as well; add a folder here to run it on both.

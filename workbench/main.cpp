@@ -23,6 +23,7 @@
 #include "workbench/console.h"
 #include "workbench/failure.h"
 #include "workbench/output_file.h"
+#include "workbench/report/report_generator.h"
 #include "workbench/self_check.h"
 #include "workbench/showcase.h"
 
@@ -77,6 +78,9 @@ void checkItself(Application& application, const CommandLine& line) {
 
 void work(const CommandLine& line, SharedProject project) {
     const OleSession ole;
+    if (line.mode != CommandLine::kInteractive) {
+        SetEnvironmentVariableW(report::kUnattended, L"1");
+    }
     Application application(std::move(project));
     switch (line.mode) {
     case CommandLine::kInteractive:
