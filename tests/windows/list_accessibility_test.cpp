@@ -405,15 +405,17 @@ TEST_F(Win32ListAccessibility, TellsWhatChangesOnceEach) {
     EXPECT_EQ(std::count(told.begin(), told.end(), ToldEvents::Event(EVENT_OBJECT_REORDER, 0)), 1);
 }
 
+/// A window that tells of a selection that it is given.
+LRESULT CALLBACK tellingWindow(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == LVM_SETITEMSTATE) NotifyWinEvent(EVENT_OBJECT_SELECTION, window, OBJID_CLIENT, 1);
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
 TEST_F(Win32ListAccessibility, HearsWhetherTheSystemsListTellsItself) {
-    const auto tells = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
-        if (message == LVM_SETITEMSTATE) NotifyWinEvent(EVENT_OBJECT_SELECTION, window, OBJID_CLIENT, 1);
-        return DefWindowProcW(window, message, wParam, lParam);
-    };
     const HWND window =
         CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     EXPECT_FALSE(tellsItself(window));
-    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(static_cast<WNDPROC>(tells)));
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&tellingWindow));
     EXPECT_TRUE(tellsItself(window));
     DestroyWindow(window);
 }
