@@ -5,6 +5,7 @@
 #include "platform/win32/screen_units.h"
 
 #include <algorithm>
+#include <numeric>
 #include <string_view>
 
 namespace cvlog::platform::win32 {
@@ -118,7 +119,8 @@ void ListPainter::begin(const NMCUSTOMDRAW& draw, int dpi) {
     plain_ = plainColours(model_);
     selected_ = selectedColours(model_, focused_);
     font_ = reinterpret_cast<HFONT>(SendMessageW(list_, WM_GETFONT, 0, 0));
-    measuredHere_ = dpi_ == screenDpi() && font_ == ownFont_;
+    measured_ = font_ == ownFont_;
+    measuredHere_ = measured_ && dpi_ == screenDpi();
     learnFont(draw.hdc);
     findSpans();
     findRows();
@@ -194,7 +196,9 @@ void ListPainter::drawCell(HDC dc, int index, int column, const RECT& cell) {
         room.area.left += toPixels(atLeft ? kTextMargin : kEndMargin, dpi_);
     const std::u16string_view text = row.columnText(column);
     if (text.empty() || room.area.left >= room.area.right) return;
-    if (!drawPlain(dc, index, column, room)) drawAny(dc, text, room);
+    if (drawPlain(dc, index, column, room)) return;
+    takeText(text, room);
+    if (!drawSqueezed(dc, index, column, room)) drawCut(dc, room);
 }
 
 /// Draws a text by its glyphs, when it is of the plain kind and was measured to fit.
@@ -209,11 +213,31 @@ bool ListPainter::drawPlain(HDC dc, int index, int column, const Room& room) {
                        nullptr) != FALSE;
 }
 
-void ListPainter::drawAny(HDC dc, std::u16string_view text, const Room& room) {
+void ListPainter::takeText(std::u16string_view text, const Room& room) {
     const int width = static_cast<int>(room.area.right - room.area.left);
     text_.clear();
     appendShown(text, std::max(kLongestDrawn, static_cast<std::size_t>(width)), text_);
-    cutToWidth(dc, width, text_);
+}
+
+/// Draws a text that was measured to fit, but at another resolution, where letters are not wider by exactly as much.
+/// False when it fits as it is, or is not to fit.
+bool ListPainter::drawSqueezed(HDC dc, int index, int column, const Room& room) {
+    const int width = static_cast<int>(room.area.right - room.area.left);
+    if (!measured_ || measuredHere_ || toPixels(model_.cellWidth(index + 1, column), dpi_) > width)
+        return false;
+    const auto units = static_cast<int>(text_.size());
+    std::vector<int> ends(text_.size());
+    SIZE size{};
+    if (!GetTextExtentExPointW(dc, text_.data(), units, 0, nullptr, ends.data(), &size) || size.cx <= width)
+        return false;
+    for (int& end : ends) end = MulDiv(end, width, static_cast<int>(size.cx));
+    std::adjacent_difference(ends.begin(), ends.end(), ends.begin());
+    return ExtTextOutW(dc, static_cast<int>(room.area.left), room.baseTop, ETO_CLIPPED, &room.area,
+                       text_.data(), static_cast<UINT>(units), ends.data()) != FALSE;
+}
+
+void ListPainter::drawCut(HDC dc, const Room& room) {
+    cutToWidth(dc, static_cast<int>(room.area.right - room.area.left), text_);
     SIZE size{};
     if (room.alignment != widgets::Alignment::Left)
         GetTextExtentPoint32W(dc, text_.data(), static_cast<int>(text_.size()), &size);

@@ -50,7 +50,9 @@ private:
     /// Answers where the icon ends.
     int drawIcon(HDC dc, int icon, const RECT& cell) const noexcept;
     bool drawPlain(HDC dc, int index, int column, const Room& room);
-    void drawAny(HDC dc, std::u16string_view text, const Room& room);
+    void takeText(std::u16string_view text, const Room& room);
+    bool drawSqueezed(HDC dc, int index, int column, const Room& room);
+    void drawCut(HDC dc, const Room& room);
 
     const widgets::ListView& model_;
     ListImages& icons_;
@@ -60,7 +62,8 @@ private:
     int dpi_ = 0;
     bool focused_ = false;
     bool focusShown_ = false;
-    bool measuredHere_ = false; // the model's widths are in pixels of this window
+    bool measured_ = false;     // the model's widths are of the font that is drawn
+    bool measuredHere_ = false; // and in pixels of this window
     HFONT font_ = nullptr;
     int firstRow_ = 0; // the one at the top, from 0
     int firstTop_ = 0;
