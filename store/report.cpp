@@ -40,7 +40,8 @@ void MakeReport(core::Globals& globals, const core::LogViews::ListRef& list, std
     const hostapi::Workspace workspace = globals.store.Workspace;
     const hostapi::ReportGenerator generator(
         globals.platform.objects.create(hostapi::ReportGenerator::kClassName));
-    generator.createReport(view::makeListObject(list), name);
+    const auto font = std::make_shared<view::ListFont>(globals.platform.fonts, list);
+    generator.createReport(view::makeListObject(list, font), name);
     setPointer(Pointer::Default);
     if (generator.interrupted()) return;
     generator.setOutputDirectory(joinedPath(workspace.name(hostapi::HostName::ProjectDirectory), u"Output"));

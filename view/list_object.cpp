@@ -22,14 +22,15 @@ enum class SearchIn { Text = 0, SubItems = 1, Tag = 2 };
 
 class ListObject final : public DispatchObject {
 public:
-    explicit ListObject(const ListRef& list)
-        : list_(list), items_(makeListItems(list)), headers_(makeColumnHeaders(list)) {}
+    ListObject(const ListRef& list, const ListFontRef& font)
+        : list_(list), font_(font), items_(makeListItems(list)), headers_(makeColumnHeaders(list)) {}
 
     const DispatchTable& dispatchTable() const override;
     ListRef list() const { return liveList(list_); }
 
     ObjectRef items() const { return list(), items_; }
     ObjectRef headers() const { return list(), headers_; }
+    ListFont& font() const { return list(), *font_; }
     ObjectRef itemAt(int position) const { return position == 0 ? nullptr : makeListItem(list(), position); }
     void setSelectedItem(const ObjectRef& item) const;
     void setSortKey(std::int32_t key) const;
@@ -39,6 +40,7 @@ public:
 
 private:
     WeakList list_;
+    ListFontRef font_;
     ObjectRef items_;
     ObjectRef headers_;
 };
@@ -166,6 +168,9 @@ const DispatchTable& ListObject::dispatchTable() const {
                            const ListRef list = self.list();
                            list->setColours({list->colours().back, colour(value)});
                        }),
+        readable<Self>(u"Font", kFontId, Type::Object, [](Self& self) { return self.font().object(); }),
+        settable<Self>(u"Font", kFontId, Type::Object,
+                       [](Self& self, const Value& value) { self.font().put(value.as<ObjectRef>()); }),
         readable<Self>(u"Enabled", kEnabledId, Type::Boolean,
                        [](Self& self) { return self.list()->enabled(); }),
         settable<Self>(u"Enabled", kEnabledId, Type::Boolean,
@@ -177,6 +182,8 @@ const DispatchTable& ListObject::dispatchTable() const {
     return table;
 }
 
-ObjectRef makeListObject(const ListRef& list) { return std::make_shared<ListObject>(list); }
+ObjectRef makeListObject(const ListRef& list, const ListFontRef& font) {
+    return std::make_shared<ListObject>(list, font);
+}
 
 } // namespace cvlog::view

@@ -29,8 +29,9 @@ void addMenuObjects(std::vector<NamedControl>& controls, const widgets::MenuItem
     for (const widgets::MenuItemRef& item : menu->items) addMenuObjects(controls, item);
 }
 
-automation::ObjectRef controlsOf(const core::LogViews::ListRef& list, const widgets::MenuItemRef& menu) {
-    std::vector<NamedControl> controls = {{u"lvLog", makeListObject(list)}};
+automation::ObjectRef controlsOf(const ListRef& list, const ListFontRef& font,
+                                 const widgets::MenuItemRef& menu) {
+    std::vector<NamedControl> controls = {{u"lvLog", makeListObject(list, font)}};
     addMenuObjects(controls, menu);
     return makeControls(std::move(controls));
 }
@@ -41,8 +42,10 @@ LogControl::LogControl(core::Globals& globals)
     : globals_(globals),
       lvLog_(std::make_shared<widgets::ListView>(globals.platform.collator, globals.platform.measurer,
                                                  globals.LogViews.rowIds())),
-      mnuPopUpLog_(MakeLogMenu(globals.platform.language)), controls_(controlsOf(lvLog_, mnuPopUpLog_)),
-      font_(globals.platform.fonts, [this](const base::Font& font) { fontChanged(font); }) {
+      mnuPopUpLog_(MakeLogMenu(globals.platform.language)),
+      font_(std::make_shared<ListFont>(globals.platform.fonts, lvLog_)),
+      controls_(controlsOf(lvLog_, font_, mnuPopUpLog_)) {
+    font_->changed = [this] { markChanged(kFontId); };
     LocaliseColumns(globals_, *lvLog_);
     lvLog_->setDescriber(std::make_shared<LogDescriber>(globals_.platform.language));
     lvLog_->attach(globals_.platform.peers.makeListView(*lvLog_));
@@ -70,7 +73,10 @@ void LogControl::leaveViews() noexcept {
     lvLog_->attach(nullptr); // the window goes now, even if someone still holds the list
 }
 
-LogControl::~LogControl() { leaveViews(); }
+LogControl::~LogControl() {
+    font_->changed = nullptr; // others may hold the list's objects longer
+    leaveViews();
+}
 
 void LogControl::setBackColor(std::uint32_t colour) {
     askToChange(kBackColorId);
@@ -90,44 +96,18 @@ void LogControl::setEnabled(bool enabled) {
     markChanged(kEnabledId);
 }
 
-automation::ObjectRef LogControl::font() {
-    if (!font_.object()) font_.hold(globals_.platform.fonts.make(lvLog_->font()));
-    return font_.object();
-}
+automation::ObjectRef LogControl::font() { return font_->object(); }
 
 void LogControl::setFont(const automation::ObjectRef& font) {
     askToChange(kFontId);
-    const base::Font look = hostapi::FontObject(font).read();
-    lvLog_->setFont(look);
-    font_.hold(font);
-    ownFont_ = true;
-    markChanged(kFontId);
+    const ListFontRef holder = font_; // reading a foreign font may run anything
+    holder->put(font);
 }
 
-void LogControl::fontChanged(const base::Font& font) {
-    lvLog_->setFont(font);
-    ownFont_ = true;
-    markChanged(kFontId);
-}
-
-void LogControl::setAmbientFont(const std::optional<base::Font>& font) {
-    ambientFont_ = font;
-    if (!ownFont_) useDefaultFont();
-}
-
-void LogControl::useDefaultFont() {
-    const bool sameLook = lvLog_->font() == defaultFont();
-    if (!ownFont_ && sameLook) return;
-    if (!sameLook) lvLog_->setFont(defaultFont());
-    ownFont_ = false;
-    font_.hold(
-        nullptr); // a new object when asked: the container's own is never handed out for others to change
-}
+void LogControl::setAmbientFont(const std::optional<base::Font>& font) { font_->setAmbient(font); }
 
 ControlProperties LogControl::properties() {
-    ControlProperties now{lvLog_->colours().back, lvLog_->colours().fore, lvLog_->enabled(), nullptr};
-    if (ownFont_ && lvLog_->font() != defaultFont()) now.font = font();
-    return now;
+    return {lvLog_->colours().back, lvLog_->colours().fore, lvLog_->enabled(), font_->toStore()};
 }
 
 void LogControl::restore(const ControlProperties& stored) {
@@ -136,13 +116,10 @@ void LogControl::restore(const ControlProperties& stored) {
     lvLog_->setColours({stored.backColor, lvLog_->colours().fore});
     lvLog_->setColours({stored.backColor, stored.foreColor});
     lvLog_->setEnabled(stored.enabled);
-    if (look) {
-        lvLog_->setFont(*look);
-        font_.hold(stored.font);
-        ownFont_ = true;
-    } else {
-        useDefaultFont();
-    }
+    if (look)
+        font_->restore(stored.font, *look);
+    else
+        font_->restoreDefault();
     unsaved_ = false;
 }
 

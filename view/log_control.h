@@ -3,7 +3,7 @@
 #include "automation/dispatch_table.h"
 #include "core/globals.h"
 #include "view/control_properties.h"
-#include "view/live_font.h"
+#include "view/list_font.h"
 #include "view/log_commands.h"
 
 #include <functional>
@@ -79,19 +79,14 @@ private:
     void passFocus(bool got, std::u16string_view event) noexcept;
     void askToChange(std::int32_t property) const;
     void markChanged(std::int32_t property);
-    base::Font defaultFont() const { return ambientFont_.value_or(base::Font()); }
-    void fontChanged(const base::Font& font);
-    void useDefaultFont();
 
     core::Globals& globals_;
     core::LogViews::ListRef lvLog_;
     widgets::MenuItemRef mnuPopUpLog_;
+    ListFontRef font_;
     automation::ObjectRef controls_;
     bool designMode_ = false;
     bool unsaved_ = false;
-    bool ownFont_ = false; // put, restored or changed: no longer the container's
-    std::optional<base::Font> ambientFont_;
-    LiveFont font_;
 };
 
 } // namespace cvlog::view

@@ -3,6 +3,7 @@
 #include "automation/object.h"
 #include "bench/harness.h"
 #include "platform/headless/headless_collator.h"
+#include "platform/headless/headless_fonts.h"
 #include "platform/headless/headless_text_measurer.h"
 #include "view/list_object.h"
 
@@ -18,7 +19,10 @@ double secondsPerRow(int rows) {
     const auto list = std::make_shared<widgets::ListView>(collator, measurer);
     const widgets::RowPtr content = widgets::makeRow({u"text", u"tag", u"Ok", {}});
     for (int i = 0; i < rows; ++i) list->append(content);
-    const automation::ObjectRef items = automation::toObject(view::makeListObject(list)->get(u"ListItems"));
+    platform::headless::HeadlessFonts fonts;
+    const auto font = std::make_shared<view::ListFont>(fonts, list);
+    const automation::ObjectRef items =
+        automation::toObject(view::makeListObject(list, font)->get(u"ListItems"));
     return seconds([&] {
                for (int i = 1; i <= rows; ++i) {
                    const automation::ObjectRef row = automation::toObject(items->invoke(u"Item", i));

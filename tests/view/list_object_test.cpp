@@ -162,6 +162,31 @@ TEST_F(ListObjectTest, GivesTheFirstRowInViewOrNothing) {
     EXPECT_EQ(child(face, u"GetFirstVisible"), nullptr);
 }
 
+TEST_F(ListObjectTest, ItsFontIsTheControlsFont) {
+    const ObjectRef font = child(face, u"Font");
+    EXPECT_EQ(font, automation::toObject(world.controls[0]->get(u"Font")));
+    font->put(u"Size", 20);
+    EXPECT_EQ(world.list().font().points, 20);
+    EXPECT_TRUE(world.controls[0]->unsaved()) << "what is changed in the font is to be stored";
+}
+
+TEST_F(ListObjectTest, AFontThatIsPutIsTheControlsToo) {
+    base::Font look;
+    look.points = 30;
+    const ObjectRef font = world.platform.fonts.make(look);
+    face->put(u"Font", font);
+    EXPECT_EQ(world.list().font(), look);
+    EXPECT_EQ(automation::toObject(world.controls[0]->get(u"Font")), font);
+    EXPECT_EQ(world.controls[0]->properties().font, font);
+}
+
+TEST_F(ListObjectTest, WhatIsNoFontIsRefusedAndTheFontStays) {
+    const base::Font before = world.list().font();
+    EXPECT_EQ(codeOf([&] { face->put(u"Font", ObjectRef()); }), code::kObjectRequired);
+    EXPECT_NE(codeOf([&] { face->put(u"Font", items); }), 0);
+    EXPECT_EQ(world.list().font(), before);
+}
+
 TEST_F(ListObjectTest, EverythingOfAListWhoseControlHasGoneFailsClearly) {
     const ObjectRef row = item(1);
     const ObjectRef cells = child(row, u"ListSubItems");
@@ -176,7 +201,8 @@ TEST_F(ListObjectTest, EverythingOfAListWhoseControlHasGoneFailsClearly) {
 
 TEST_F(ListObjectTest, TheObjectsAreValidWhileTheListLives) {
     const auto list = std::make_shared<widgets::ListView>(world.platform.collator, world.platform.measurer);
-    const ObjectRef loose = makeListObject(list);
+    const auto font = std::make_shared<ListFont>(world.platform.fonts, list);
+    const ObjectRef loose = makeListObject(list, font);
     EXPECT_EQ(number(loose, u"hWnd"), 0);
     EXPECT_EQ(child(loose, u"GetFirstVisible"), nullptr) << "no peer, no view";
     EXPECT_EQ(number(child(loose, u"ListItems"), u"Count"), 0);
