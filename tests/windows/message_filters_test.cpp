@@ -51,13 +51,15 @@ TEST_F(Win32MessageFilter, SurvivesAReceiverThatFailsOrEndsIt) {
     EXPECT_FALSE(CallMsgFilterW(&message, MSGF_MENU));
 }
 
-TEST_F(Win32MessageFilter, PassesMessagesToTheFilterBefore) {
+TEST_F(Win32MessageFilter, PassesMessagesToTheFilterBeforeAndItsAnswerBack) {
+    constexpr LRESULT kAnswerBefore = 7;
     static int passed = 0;
     passed = 0;
     struct Before {
         static LRESULT CALLBACK procedure(int code, WPARAM wParam, LPARAM lParam) {
             ++passed;
-            return CallNextHookEx(nullptr, code, wParam, lParam);
+            CallNextHookEx(nullptr, code, wParam, lParam);
+            return kAnswerBefore;
         }
     };
     const HHOOK before = SetWindowsHookExW(WH_MSGFILTER, &Before::procedure, nullptr, GetCurrentThreadId());
@@ -65,10 +67,10 @@ TEST_F(Win32MessageFilter, PassesMessagesToTheFilterBefore) {
     message.message = WM_KEYDOWN;
     const auto filter =
         filters_.install([](const ports::FilteredMessage& one) { return one.parameter == VK_F1; });
-    CallMsgFilterW(&message, MSGF_MENU);
+    EXPECT_EQ(CallMsgFilterW(&message, MSGF_MENU), kAnswerBefore);
     EXPECT_EQ(passed, 1);
     message.wParam = VK_F1;
-    CallMsgFilterW(&message, MSGF_MENU);
+    EXPECT_EQ(CallMsgFilterW(&message, MSGF_MENU), -1);
     EXPECT_EQ(passed, 1) << "what is taken goes no further";
     UnhookWindowsHookEx(before);
 }
