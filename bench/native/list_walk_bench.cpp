@@ -19,7 +19,8 @@ double secondsPerRow(int rows) {
     const auto list = std::make_shared<widgets::ListView>(collator, measurer);
     const widgets::RowPtr content = widgets::makeRow({u"text", u"tag", u"Ok", {}});
     for (int i = 0; i < rows; ++i) list->append(content);
-    platform::headless::HeadlessFonts fonts;
+    const platform::headless::CallGate gate;
+    platform::headless::HeadlessFonts fonts(gate);
     const auto font = std::make_shared<view::ListFont>(fonts, list);
     const automation::ObjectRef items =
         automation::toObject(view::makeListObject(list, font)->get(u"ListItems"));
