@@ -20,14 +20,30 @@ void appendLine(std::u16string& text, const widgets::RowContent& row, int column
     text += kLineEnd;
 }
 
-std::u16string selectedText(const widgets::ListView& list) {
-    std::u16string text;
+std::size_t lineSize(const widgets::RowContent& row, int columns) {
+    std::size_t size = static_cast<std::size_t>(columns - 1) + kLineEnd.size();
+    for (int column = 1; column <= columns; ++column) size += row.columnText(column).size();
+    return size;
+}
+
+template <class Action>
+void forSelected(const widgets::ListView& list, Action action) {
     int left = list.selectedCount();
     for (int position = 1; left > 0; ++position) {
         if (!list.isSelected(position)) continue;
-        appendLine(text, list.row(position), list.columnCount());
+        action(list.row(position));
         --left;
     }
+}
+
+// Measured first: a text that grows is copied several times over.
+std::u16string selectedText(const widgets::ListView& list) {
+    const int columns = list.columnCount();
+    std::size_t size = 0;
+    forSelected(list, [&](const widgets::RowContent& row) { size += lineSize(row, columns); });
+    std::u16string text;
+    text.reserve(size);
+    forSelected(list, [&](const widgets::RowContent& row) { appendLine(text, row, columns); });
     return text;
 }
 
