@@ -71,5 +71,30 @@ TEST_F(Win32SettingsStore, ReadsWhatOthersStoredOrSaysThatItCannot) {
     EXPECT_THROW(save(u"Huge", std::u16string(600'000, u'x')), automation::AutomationError);
 }
 
+TEST_F(Win32SettingsStore, GivesALongTextWhole) {
+    const std::u16string text(70'000, u'x');
+    save(u"Long", text);
+    EXPECT_EQ(get(u"Long"), text);
+}
+
+TEST_F(Win32SettingsStore, SaysThatItMayNotRead) {
+    save(u"Left", u"1");
+    HKEY section = nullptr;
+    const std::wstring path = std::wstring(kPath) + L"\\Window";
+    ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, WRITE_DAC, &section), ERROR_SUCCESS);
+    ACL nobody{};
+    InitializeAcl(&nobody, sizeof nobody, ACL_REVISION);
+    SECURITY_DESCRIPTOR closed{};
+    InitializeSecurityDescriptor(&closed, SECURITY_DESCRIPTOR_REVISION);
+    SetSecurityDescriptorDacl(&closed, TRUE, &nobody, FALSE);
+    ASSERT_EQ(RegSetKeySecurity(section, DACL_SECURITY_INFORMATION, &closed), ERROR_SUCCESS);
+    EXPECT_THROW(get(u"Left"), automation::AutomationError);
+    EXPECT_THROW(save(u"Left", u"2"), automation::AutomationError);
+    SetSecurityDescriptorDacl(&closed, TRUE, nullptr, FALSE);
+    RegSetKeySecurity(section, DACL_SECURITY_INFORMATION, &closed);
+    RegCloseKey(section);
+    EXPECT_EQ(get(u"Left"), u"1");
+}
+
 } // namespace
 } // namespace cvlog::platform::win32
