@@ -58,6 +58,19 @@ const DispatchTable& TableField::dispatchTable() const {
     return table;
 }
 
+/// `Fields`: the collection, or with an index one of it.
+template <class Self>
+Member fieldsMember(std::shared_ptr<NamedCollection> (*fieldsOf)(Self&)) {
+    return {u"Fields",
+            0,
+            MemberKind::PropertyGet,
+            Type::Object,
+            {{u"Index", Type::Any, false, true}},
+            on<Self>([fieldsOf](Self& self, std::span<Value> values) {
+                return itemOrCollection(fieldsOf(self), values[0]);
+            })};
+}
+
 class TableDefinition final : public DispatchObject {
 public:
     TableDefinition(const DatabaseRef& database, std::u16string name)
@@ -79,13 +92,7 @@ private:
 const DispatchTable& TableDefinition::dispatchTable() const {
     using Self = TableDefinition;
     static const DispatchTable table = {
-        {u"Fields",
-         0,
-         MemberKind::PropertyGet,
-         Type::Object,
-         {{u"Index", Type::Any, false, true}},
-         on<Self>(
-             [](Self& self, std::span<Value> values) { return itemOrCollection(self.fields_, values[0]); })},
+        fieldsMember<Self>([](Self& self) { return self.fields_; }),
         {u"Name", 1, MemberKind::PropertyGet, Type::Text, {}, on<Self>([](Self& self, std::span<Value>) {
              self.database_->columnNames(self.name_); // fails when the table has gone
              return self.name_;
@@ -176,13 +183,7 @@ private:
 const DispatchTable& RecordsetObject::dispatchTable() const {
     using Self = RecordsetObject;
     static const DispatchTable table = {
-        {u"Fields",
-         0,
-         MemberKind::PropertyGet,
-         Type::Object,
-         {{u"Index", Type::Any, false, true}},
-         on<Self>(
-             [](Self& self, std::span<Value> values) { return itemOrCollection(self.fields_, values[0]); })},
+        fieldsMember<Self>([](Self& self) { return self.fields_; }),
         {u"EOF", 1, MemberKind::PropertyGet, Type::Boolean, {}, on<Self>([](Self& self, std::span<Value>) {
              return self.rows_->atEnd();
          })},
