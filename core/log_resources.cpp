@@ -42,12 +42,9 @@ void SetResourceFont(Globals& globals, const automation::ObjectRef& font) {
 }
 
 void AttachImageLists(Globals& globals, widgets::ListView& list) noexcept {
-    base::ignoring([&] {
-        if (!list.headerIcons()) list.setHeaderIcons(LoadLogResources(globals).ilSort);
-    });
-    base::ignoring([&] {
-        if (!list.smallIcons()) list.setSmallIcons(LoadLogResources(globals).ilLog);
-    });
+    if (list.headerIcons() && list.smallIcons()) return;
+    base::ignoring([&] { list.setHeaderIcons(LoadLogResources(globals).ilSort); });
+    base::ignoring([&] { list.setSmallIcons(LoadLogResources(globals).ilLog); });
 }
 
 } // namespace cvlog::core

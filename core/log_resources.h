@@ -13,7 +13,7 @@ automation::ObjectRef ResourceFont(Globals& globals);
 /// Puts another font object there. Nothing and what is no font are refused with an AutomationError. Lists keep theirs.
 void SetResourceFont(Globals& globals, const automation::ObjectRef& font);
 
-/// Gives the list the shared header icons and then the shared row icons, when it lacks one of them. Failures are
+/// Gives the list the shared header icons and the shared row icons, both when it lacks one of them. Failures are
 /// ignored.
 void AttachImageLists(Globals& globals, widgets::ListView& list) noexcept;
 

@@ -28,7 +28,10 @@ void insertMissingRows(const widgets::ListView& source, widgets::ListView& targe
 void takeOverSorting(const widgets::ListView& source, widgets::ListView& target) {
     target.setSort(source.sortKey(), source.sortOrder());
     target.setSorted(source.sorted());
-    RefreshSortIcon(target);
+    if (source.sorted()) return RefreshSortIcon(target);
+    // The header of a list that is not sorted any more still says by what it was.
+    const int column = source.sortKey() + 1;
+    target.setColumnIcon(column, source.column(column).icon);
 }
 
 void showSameRows(const widgets::ListView& source, widgets::ListView& target) {

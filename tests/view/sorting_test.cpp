@@ -181,13 +181,42 @@ TEST_F(Sorting, KeepsTheSelectionWithItsRows) {
     EXPECT_TRUE(world.list().isSelected(3));
 }
 
-TEST_F(Sorting, GivesTheSharedIconsToAListWithout) {
-    world.list(1).setHeaderIcons(nullptr);
-    const auto own = std::make_shared<widgets::ImageList>();
-    world.list(2).setSmallIcons(own);
+TEST_F(Sorting, ANewListTakesOverTheHeaderIconAlsoWhenAnExpansionHasSwitchedSortingOff) {
     click(kMessage);
-    EXPECT_EQ(world.list(1).headerIcons(), world.globals.frmLogResources->ilSort);
-    EXPECT_EQ(world.list(2).smallIcons(), own) << "what it has it keeps";
+    click(kMessage);
+    tests::openEntry(world, 1, 1);
+    world.addControl();
+    EXPECT_EQ(icon(kMessage, 3), "SortUp");
+    EXPECT_EQ(world.list(3).sortKey(), kMessage - 1);
+    EXPECT_EQ(world.list(3).sortOrder(), kDown);
+    EXPECT_FALSE(world.list(3).sorted());
+    ResetLists(world.globals);
+    world.addControl();
+    EXPECT_EQ(icon(kDate, 4), "SortEmpty");
+}
+
+TEST_F(Sorting, GivesBothSharedIconsToAListThatLacksOne) {
+    const auto own = std::make_shared<widgets::ImageList>();
+    world.list(0).setSmallIcons(own);
+    world.list(1).setHeaderIcons(nullptr);
+    world.list(1).setSmallIcons(own);
+    world.list(2).setSmallIcons(nullptr);
+    world.list(2).setHeaderIcons(own);
+    click(kMessage);
+    EXPECT_EQ(world.list(0).smallIcons(), own) << "what has both keeps them";
+    for (const std::size_t list : {1U, 2U}) {
+        EXPECT_EQ(world.list(list).headerIcons(), world.globals.frmLogResources->ilSort);
+        EXPECT_EQ(world.list(list).smallIcons(), world.globals.frmLogResources->ilLog);
+    }
+}
+
+TEST_F(Sorting, FitsTheOtherListsToTheNewRowAtItsSortedPlace) {
+    click(kMessage);
+    const std::string wide = "aa" + std::string(80, 'W');
+    tests::addEntry(world, wide);
+    ASSERT_EQ(names(), (Names{"a", wide, "b", "c"}));
+    for (const std::size_t list : {0U, 1U, 2U})
+        EXPECT_EQ(world.list(list).column(kMessage).width, world.list(list).cellWidth(2, kMessage) + 180);
 }
 
 TEST_F(Sorting, StartsAfreshAfterAReset) {
