@@ -68,8 +68,8 @@ bool ListInput::before(UINT message, WPARAM& wParam) {
     case WM_SYSKEYUP: {
         if (menuClosed_) return false; // of a key that chose in the menu
         widgets::KeyEvent event = keyEvent(wParam);
-        owner_([&event](widgets::ListViewOwner& owner) { owner.keyReleased(event); });
-        return false;
+        const bool alive = owner_([&event](widgets::ListViewOwner& owner) { owner.keyReleased(event); });
+        return !alive || event.code == 0;
     }
     case WM_EXITMENULOOP:
         menuClosed_ = true;

@@ -34,7 +34,11 @@ struct RecordingOwner : widgets::ListViewOwner {
         if (consumeKeys) event.code = 0;
         note(what);
     }
-    void keyReleased(widgets::KeyEvent& event) override { note("up " + std::to_string(event.code)); }
+    void keyReleased(widgets::KeyEvent& event) override {
+        const std::string what = "up " + std::to_string(event.code);
+        if (consumeKeys) event.code = 0;
+        note(what);
+    }
     void mouseReleased(widgets::MouseButton button) override {
         note("mouse " + std::to_string(static_cast<int>(button)));
     }
