@@ -1,7 +1,9 @@
 #include "view/log_columns.h"
 
 #include "automation/error.h"
+#include "core/log_resources.h"
 #include "tests/support/log_world.h"
+#include "view/log_menu.h"
 
 #include <gtest/gtest.h>
 
@@ -62,6 +64,15 @@ TEST_P(BadColumnSetting, KeepsTheColumnShownInItsNaturalPlace) {
         EXPECT_EQ(list.column(i).position, i);
         EXPECT_EQ(list.column(i).width, natural(i));
     }
+    EXPECT_TRUE(ColumnItems(world.controls[0]->mnuPopUpLog()).at(2)->checked);
+}
+
+TEST_F(LogColumns, AreSetUpInTheListsOwnFontNotInTheResources) {
+    base::Font large;
+    large.points *= 5;
+    core::SetResourceFont(world.globals, world.platform.fonts.make(large));
+    const widgets::ListView& list = world.addControl();
+    for (int i = 1; i <= 7; ++i) EXPECT_EQ(list.column(i).width, natural(i));
 }
 
 INSTANTIATE_TEST_SUITE_P(Values, BadColumnSetting,
@@ -171,7 +182,10 @@ TEST_F(ShownColumns, AreFittedToTheirRowsInEveryList) {
     for (const std::size_t list : {0U, 1U}) {
         EXPECT_EQ(width(7, list), world.list(list).widestCell(7) + 180);
         EXPECT_GT(width(5, list), 650) << "so are all the others";
+        world.list(list).setColumnWidth(5, 10);
     }
+    show(u"Message", false);
+    for (const std::size_t list : {0U, 1U}) EXPECT_GT(width(5, list), 650) << "also when one is hidden";
 }
 
 TEST_F(ShownColumns, AreAsWideAsTheResourcesFontNeeds) {

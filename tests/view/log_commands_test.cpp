@@ -2,6 +2,7 @@
 
 #include "view/log_commands.h"
 
+#include "store/frm_log_history.h"
 #include "store/log_database.h"
 #include "tests/support/fault_sweep.h"
 #include "tests/view/log_menu_fixture.h"
@@ -81,6 +82,47 @@ TEST_F(LogCommands, DeleteAndClearLeaveTheRecords) {
     choose(u"mnuLogClear");
     EXPECT_EQ(list().rowCount(), 0);
     EXPECT_EQ(world.engine.records().size(), 3U);
+}
+
+TEST_F(LogCommands, RecordsOfDeletedAndClearedRowsAreStillInTheHistory) {
+    globals().options.KeepInSession = true;
+    for (int i = 0; i < 3; ++i) world.add({u"", 0, u"", u"x", u""});
+    select(1);
+    choose(u"mnuLogDelete");
+    choose(u"mnuLogClear");
+    int rows = 0;
+    world.platform.peers.forms.whileModal = [&](platform::headless::HeadlessFormPeer& history) {
+        rows = globals().store.frmLogHistory->lvHistory()->rowCount();
+        history.userCloses();
+    };
+    choose(u"mnuLogHistory");
+    EXPECT_EQ(rows, 4) << "and the separator";
+}
+
+TEST_F(LogCommands, ClearLeavesTheSorting) {
+    addEntry(u"b");
+    peerOf(list()).userClicksHeader(3);
+    peerOf(list()).userClicksHeader(3);
+    choose(u"mnuLogClear");
+    EXPECT_EQ(list().rowCount(), 0);
+    EXPECT_TRUE(list().sorted());
+    EXPECT_EQ(list().sortKey(), 2);
+    EXPECT_EQ(list().sortOrder(), widgets::SortOrder::Descending);
+    EXPECT_EQ(list().column(3).icon, u"SortUp");
+}
+
+TEST_F(LogCommands, AnEntryThatNamesItselfExpansionIsAChildRowEverywhere) {
+    addEntry();
+    addEntry(u"Expansion");
+    select(2);
+    rightClick();
+    EXPECT_EQ(shown().substr(0, 8), "Collaps*") << "as for any child row";
+    doubleClick();
+    EXPECT_TRUE(errorsShown.empty()) << "it has no cell that names an object";
+    release(37);
+    EXPECT_EQ(list().selectedRow(), 1) << "Left leads to the entry above";
+    choose(u"mnuLogDelete");
+    EXPECT_EQ(list().rowCount(), 0) << "it goes with the entry above";
 }
 
 TEST_F(LogCommands, DeleteAndClearReachEveryList) {
@@ -200,7 +242,10 @@ TEST_F(LogCommands, ShowErrorsTellsTheHostOfTheRow) {
     dispatch(u"ShowErrors");
     list().selectAll(false);
     dispatch(u"ShowErrors");
-    EXPECT_EQ(errorsShown, (Errors{{u"P1", 0}, {u"P1", 2}}));
+    add(childRow(u"P1", u"70000"));
+    select(4);
+    dispatch(u"ShowErrors");
+    EXPECT_EQ(errorsShown, (Errors{{u"P1", 0}, {u"P1", 2}, {u"P1", 70000}}));
 }
 
 TEST_F(LogCommands, ShowErrorsOfAChildRowWithoutANumberFails) {

@@ -105,6 +105,16 @@ TEST_F(LogDblClickTest, EmptiesTheWordWhenItPreparesTheMenu) {
     EXPECT_EQ(commands().PendingCommand, u"");
 }
 
+TEST_F(LogDblClickTest, SurvivesAHostThatDestroysTheControlWhenItIsToldOfTheErrors) {
+    makeErrorsFile();
+    addEntry();
+    select(1);
+    sink->handler = [this](std::int32_t, std::span<automation::Value>) { world.controls.clear(); };
+    doubleClick();
+    EXPECT_TRUE(world.controls.empty());
+    EXPECT_EQ(globals().LogViews.count(), 0);
+}
+
 TEST_F(LogDblClickTest, OpensNothingInAHostWithoutTools) {
     world.host.workspace->set(u"ActiveToolList", Value());
     addEntry();

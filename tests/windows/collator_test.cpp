@@ -68,6 +68,12 @@ TEST(Win32Collator, AgreesWithTheSystemsComparison) {
         }
 }
 
+TEST(Win32Collator, ComparesNoMoreThanTheStartOfHugeTextsSoThatSortingStaysQuick) {
+    const std::u16string start(Collator::kLongestCompared, u'm');
+    EXPECT_EQ(byKeys(start + u"a", start + u"b"), 0);
+    EXPECT_EQ(byKeys(start.substr(1) + u"a", start.substr(1) + u"b"), -1);
+}
+
 TEST(Win32Collator, TakesTextsOfAnyLength) {
     const std::u16string start(2000, u'm');
     EXPECT_EQ(byKeys(start + u"a", start + u"b"), -1);

@@ -36,6 +36,18 @@ TEST_F(Win32MessageFilter, SeesAndTakesMessagesUntilItEnds) {
     EXPECT_EQ(seen, (std::vector<std::uint64_t>{VK_F1, VK_F2}));
 }
 
+TEST_F(Win32MessageFilter, SaysWhetherAMessageIsOfAMenu) {
+    MSG message{};
+    message.message = WM_KEYDOWN;
+    std::vector<int> sources;
+    const auto filter = filters_.install([&](const ports::FilteredMessage& one) {
+        sources.push_back(one.source);
+        return false;
+    });
+    for (const int source : {MSGF_DIALOGBOX, MSGF_MENU, MSGF_SCROLLBAR}) CallMsgFilterW(&message, source);
+    EXPECT_EQ(sources, (std::vector<int>{MSGF_DIALOGBOX, MSGF_MENU, MSGF_SCROLLBAR}));
+}
+
 TEST_F(Win32MessageFilter, SurvivesAReceiverThatFailsOrEndsIt) {
     MSG message{};
     message.message = WM_KEYDOWN;
