@@ -75,6 +75,21 @@ TEST_F(Win32ListPainting, ErasesNothingBeforeTheRowsAreDrawnSoThatNothingFlicker
     EXPECT_FALSE(shownIn(below).has(kStain));
 }
 
+TEST_F(Win32ListPainting, RepaintDrawsTheWholeWindowAnew) {
+    for (int row = 1; row <= 3; ++row) appendInSight({base::decimal(row), u"name", u"message"});
+    takeMessages();
+    const RECT row = areaOf(2, 2);
+    RECT below = row;
+    OffsetRect(&below, 0, 3 * (row.bottom - row.top));
+    const RECT caption{20, 2, 60, 10};
+    for (const RECT& spot : {row, below, caption}) stain(spot);
+    const HDC captions = GetDC(header());
+    SetPixel(captions, 30, 5, RGB(0x12, 0x34, 0x56));
+    ReleaseDC(header(), captions);
+    model_->repaint();
+    for (const RECT& spot : {row, below, caption}) EXPECT_FALSE(shownIn(spot).has(kStain)) << spot.top;
+}
+
 TEST_F(Win32ListPainting, ShowsWholeTextsInFittedColumns) {
     const std::vector<Texts> texts = {
         {u"2026-03-14 15:09:26", u"src/very_long_module_name.c", u"0 errors, 108 warnings"},

@@ -113,6 +113,14 @@ TEST_P(Win32ListResolution, AColumnThatTheUserDragsKeepsItsWidthInTwips) {
     EXPECT_NEAR(model_->column(2).width, 3000, 1440 / GetParam() + 1);
 }
 
+TEST_F(Win32ListPainting, LooksAtItsResolutionAgainWhenItsParentCameToAnotherScreen) {
+    constexpr UINT kDpiChangedAfterParent = 0x02E3;
+    int changes = 0;
+    window_->viewChanged = [&changes] { ++changes; };
+    SendMessageW(window_->frame(), kDpiChangedAfterParent, 0, 0);
+    EXPECT_EQ(changes, 1);
+}
+
 TEST_P(Win32ListResolution, ComesBackFromAnotherScreenAsItWas) {
     model_->append(rowOf({u"HHH", u"HHH", u"HHH"}, u"green"));
     const Shown before = cell(1, 1);

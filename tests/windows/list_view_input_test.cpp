@@ -266,6 +266,7 @@ TEST_F(Win32ListViewInput, SurvivesAHandlerThatDestroysTheList) {
         PostMessageW(list, WM_RBUTTONDOWN, MK_RBUTTON, spot);
         PostMessageW(list, WM_RBUTTONUP, 0, spot);
     });
+    destroyOn([spot](HWND list) { PostMessageW(list, WM_LBUTTONDBLCLK, MK_LBUTTON, spot); });
     destroyOn([](HWND) { SetFocus(nullptr); });
     destroyOn([](HWND list) {
         const HWND head = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));

@@ -1,28 +1,13 @@
 // The menu of a log that a host sees through COM, in the log's own windows.
 
 #include "tests/windows/placement_fixture.h"
+#include "tests/windows/real_input.h"
 
 namespace cvlog::tests {
 namespace {
 
 class LogMenuCommands : public PlacementTest {
 protected:
-    static HWND menuWindow() {
-        HWND found = nullptr;
-        while ((found = FindWindowExW(nullptr, found, L"#32768", nullptr)))
-            if (IsWindowVisible(found) && GetWindowThreadProcessId(found, nullptr) == GetCurrentThreadId())
-                break;
-        return found;
-    }
-    static void typeKey(WORD key) {
-        for (const DWORD flags : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}}) {
-            INPUT input{};
-            input.type = INPUT_KEYBOARD;
-            input.ki.wVk = key;
-            input.ki.dwFlags = flags;
-            SendInput(1, &input, sizeof input);
-        }
-    }
     /// Opens the list's menu by the mouse and chooses by a letter.
     static void choose(HWND list, WORD letter) {
         FromTheLoop inMenu([&] {

@@ -7,6 +7,7 @@
 #include "tests/support/fake_engine.h"
 #include "tests/support/fake_host.h"
 #include "tests/windows/form_window_fixture.h"
+#include "tests/windows/real_input.h"
 #include "view/log_control.h"
 
 #include <gtest/gtest.h>
@@ -23,26 +24,9 @@ struct LogWindowServices : Services {
     headless::HeadlessObjects objects{gate};
 };
 
-/// The open menu of this thread, or null.
-inline HWND menuWindow() {
-    HWND found = nullptr;
-    while ((found = FindWindowExW(nullptr, found, L"#32768", nullptr)))
-        if (IsWindowVisible(found) && GetWindowThreadProcessId(found, nullptr) == GetCurrentThreadId()) break;
-    return found;
-}
-
-inline void pressKey(WORD key, bool down) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
-    SendInput(1, &input, sizeof input);
-}
-
-inline void typeKey(WORD key) {
-    pressKey(key, true);
-    pressKey(key, false);
-}
+using tests::menuWindow;
+using tests::pressKey;
+using tests::typeKey;
 
 /// A log in a window of its own, with the focus and a host, to be used with real keys and the mouse.
 class LogWindowTest : public testing::Test {
