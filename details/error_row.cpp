@@ -146,7 +146,8 @@ ErrorRows::EntityType ErrorRows::askForType(std::u16string_view name) const {
 ErrorRows::NamedObject ErrorRows::askForObject(std::u16string_view type, std::u16string_view name) const {
     NamedObject object;
     base::ignoring([&] {
-        const hostapi::RepositoryObject found = globals_.store.Workspace.repository().findObject(type, name);
+        const hostapi::RepositoryObject found =
+            globals_.store.Workspace.repository().findObject(type, name, u"");
         object.found = static_cast<bool>(found);
         if (!object.found) return;
         base::ignoring([&] { object.displayName = found.displayName(); });

@@ -54,7 +54,12 @@ public:
     EntityModel erd() const { return EntityModel(objectOf(u"ERD")); }
     /// By the type's key name or display name; nothing when there is none such.
     RepositoryObject findObject(std::u16string_view type, std::u16string_view name) const {
-        return RepositoryObject(automation::toObject(required()->invoke(u"FindObject", type, name, u"")));
+        return RepositoryObject(automation::toObject(required()->invoke(u"FindObject", type, name)));
+    }
+    /// The same with the host's optional third argument.
+    RepositoryObject findObject(std::u16string_view type, std::u16string_view name,
+                                std::u16string_view text) const {
+        return RepositoryObject(automation::toObject(required()->invoke(u"FindObject", type, name, text)));
     }
     /// Nothing when the identifier is unknown.
     RepositoryObject object(std::u16string_view id) const {

@@ -9,6 +9,7 @@
 #include "host/window_placement.h"
 #include "resources/form_layouts.h"
 #include "store/history_commands.h"
+#include "store/history_describer.h"
 #include "store/history_menu.h"
 
 #include <algorithm>
@@ -46,12 +47,13 @@ FrmLogHistory::FrmLogHistory(core::Globals& globals)
     : globals_(globals), apartment_(globals.hold()),
       form_(globals.platform.peers, widgets::Border::Sizable, text(globals, kCaption)),
       lvHistory_(std::make_shared<widgets::ListView>(globals.platform.collator, globals.platform.measurer)),
-      mnuPopUpHistory_(MakeHistoryMenu()) {
+      mnuPopUpHistory_(MakeHistoryMenu()), database_(globals.store.LogDatabase) {
     widgets::Column column;
     column.key = u"Message";
     column.caption = text(globals, kMessageColumn);
     column.width = Layout::kColumnWidth;
     lvHistory_->setColumns({column});
+    lvHistory_->setDescriber(std::make_shared<HistoryDescriber>(globals.platform.language));
     lvHistory_->attach(globals.platform.peers.makeListView(*lvHistory_));
     lvHistory_->setOwner(this);
 }

@@ -32,6 +32,8 @@ public:
     const core::LogViews::ListRef& lvHistory() const noexcept { return lvHistory_; }
     const widgets::MenuItemRef& mnuPopUpHistory() const noexcept { return mnuPopUpHistory_; }
     HistoryProgress& progress() noexcept { return progress_; }
+    /// The database whose records the list shows; null once it has gone.
+    std::shared_ptr<Database> database() const noexcept { return database_.lock(); }
 
 private:
     void formResized() override;
@@ -48,6 +50,7 @@ private:
     core::LogViews::ListRef lvHistory_;
     widgets::MenuItemRef mnuPopUpHistory_;
     HistoryProgress progress_;
+    std::weak_ptr<Database> database_;
 };
 
 /// Opens the history in front of the host's main window and comes back when it is closed. One that is open comes to

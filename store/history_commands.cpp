@@ -42,10 +42,11 @@ private:
     std::unique_ptr<host::BusyPointer> host_;
 };
 
-// The host may close the database at any call.
-void execute(core::Globals& globals, const std::u16string& sql) {
+// The host may close the database at any call, or open another one: its records have the same numbers.
+void execute(core::Globals& globals, const FrmLogHistory& window, const std::u16string& sql) {
     const std::shared_ptr<Database> database = globals.store.LogDatabase;
-    if (!database) throw automation::AutomationError(automation::code::kObjectRequired, u"Object required");
+    if (!database || database != window.database())
+        throw automation::AutomationError(automation::code::kObjectRequired, u"Object required");
     database->execute(sql);
 }
 
@@ -62,7 +63,8 @@ std::vector<SelectedRow> selectedRows(const widgets::ListView& list) {
     return rows;
 }
 
-void deleteSelected(core::Globals& globals, widgets::ListView& list) {
+void deleteSelected(core::Globals& globals, FrmLogHistory& window) {
+    widgets::ListView& list = *window.lvHistory();
     const std::vector<SelectedRow> rows = selectedRows(list);
     widgets::ListView::Batch batch(list);
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
@@ -70,14 +72,16 @@ void deleteSelected(core::Globals& globals, widgets::ListView& list) {
         if (position == 0) continue; // went while the engine ran other code
         const std::u16string key = list.rowKey(position);
         list.remove(position);
-        if (!key.empty()) execute(globals, u"delete from LogInfo where RecordNum = " + key.substr(1));
+        if (!key.empty()) execute(globals, window, u"delete from LogInfo where RecordNum = " + key.substr(1));
     }
 }
 
-void removeAboveSeparator(core::Globals& globals, widgets::ListView& list, int limit) {
+void removeAboveSeparator(core::Globals& globals, FrmLogHistory& window) {
+    widgets::ListView& list = *window.lvHistory();
     const int focused = list.focusedRow();
     const widgets::RowId separator = list.idAt(focused);
-    execute(globals, u"delete from LogInfo where RecordNum <= " + base::decimal(limit));
+    execute(globals, window,
+            u"delete from LogInfo where RecordNum <= " + base::decimal(window.progress().DeleteLimit));
     widgets::ListView::Batch batch(list);
     for (int position = list.positionOf(separator, focused) - 1; position >= 1; --position)
         list.remove(position);
@@ -96,16 +100,16 @@ void DeleteHistoryRecords(core::Globals& globals, FrmLogHistory& window) {
     setCaption(globals, window, kDeletingCaption);
     widgets::ListView& list = *window.lvHistory();
     if (focusIsOnSeparator(list))
-        removeAboveSeparator(globals, list, window.progress().DeleteLimit);
+        removeAboveSeparator(globals, window);
     else
-        deleteSelected(globals, list);
+        deleteSelected(globals, window);
     core::AutoSizeColumns(list, 0);
 }
 
 void ClearLogHistory(core::Globals& globals, FrmLogHistory& window) {
     const std::shared_ptr<FrmLogHistory> keep = window.shared_from_this();
     const Busy busy(globals, window);
-    execute(globals, u"delete from LogInfo");
+    execute(globals, window, u"delete from LogInfo");
     window.lvHistory()->clear();
     window.progress().SeparatorPending = true;
     window.LoadHistory(globals.store.LastRecordNum);

@@ -12,7 +12,6 @@ namespace {
 
 using automation::Value;
 
-constexpr int kCurrentSession = 514;
 constexpr std::u16string_view kDashes =
     u"--------------------------------------------------------------------";
 

@@ -14,8 +14,9 @@ struct HistoryProgress {
     std::int32_t DeleteLimit = 0; // up to where deleting at the separator removes records; never moves
 };
 
-/// The icon of the row above the current session; no record has it.
+/// The icon of the row above the current session, which no record has, and the text between its dashes.
 inline constexpr std::u16string_view kSessionIcon = u"Session";
+inline constexpr int kCurrentSession = 514;
 
 /// Appends the records that the list does not have yet, oldest first, and the separator before the first one above
 /// `sessionStart`, or at the end when there is none. The column is widened to fit and the last row is shown.

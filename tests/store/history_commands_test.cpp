@@ -68,6 +68,53 @@ TEST_F(HistoryCommands, DeleteAtTheSeparatorHidesTheEarlierSessionsAndKeepsEvery
     inHistory([](FrmLogHistory& window) { EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 3 S 4 5"); });
 }
 
+TEST_F(HistoryCommands, DeleteAtTheSeparatorGoesByTheFocusAloneAndFitsTheColumn) {
+    inHistory([&](FrmLogHistory& window) {
+        widgets::ListView& list = *window.lvHistory();
+        list.setColumnWidth(1, 100);
+        select(window, {2}, kSeparator);
+        erase(window);
+        EXPECT_EQ(rowNames(list), "S 4 5");
+        EXPECT_EQ(list.column(1).width, list.widestCell(1) + 420);
+    });
+}
+
+TEST_F(HistoryCommands, DeleteAtTheSeparatorThatFailsLeavesEveryRow) {
+    inHistory([&](FrmLogHistory& window) {
+        select(window, {2}, kSeparator);
+        failStatement(1);
+        EXPECT_NE(tests::failureCode([&] { erase(window); }), 0);
+        failNoMore();
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 3 S 4 5");
+        EXPECT_EQ(window.form().caption(), u"Activity Log History");
+    });
+}
+
+TEST_F(HistoryCommands, DeleteShowsItsCaptionWhileItRuns) {
+    inHistory([&](FrmLogHistory& window) {
+        std::vector<std::u16string> captions;
+        world.calls.insideCall = [&](const std::string& name) {
+            if (name.starts_with("Database.execute")) captions.push_back(window.form().caption());
+        };
+        select(window, {1, 2});
+        erase(window);
+        failNoMore();
+        EXPECT_EQ(captions, std::vector<std::u16string>(2, u"Activity Log History - Deleting records..."));
+    });
+}
+
+TEST_F(HistoryCommands, NeverTouchTheRecordsOfADatabaseThatTheLogHasOpenedSince) {
+    inHistory([&](FrmLogHistory& window) {
+        ASSERT_TRUE(world.open());
+        select(window, {1});
+        EXPECT_EQ(tests::failureCode([&] { erase(window); }), automation::code::kObjectRequired);
+        EXPECT_EQ(tests::failureCode([&] { ClearLogHistory(world.globals, window); }),
+                  automation::code::kObjectRequired);
+        EXPECT_EQ(statements(), Statements{});
+        EXPECT_EQ(records(), "1 2 3 4 5");
+    });
+}
+
 TEST_F(HistoryCommands, DeleteChangesNothingInTheLogsOwnLists) {
     world.hideBoxes();
     world.addControl();
@@ -163,6 +210,28 @@ TEST_F(HistoryCommands, ClearDeletesAllAndLeavesTheSeparator) {
     });
 }
 
+TEST_F(HistoryCommands, ClearLoadsFromTheFirstRecordOnWhatOthersAddMeanwhile) {
+    inHistory([&](FrmLogHistory& window) {
+        world.calls.insideCall = [&](const std::string& name) {
+            if (!name.starts_with("Database.openSnapshot") || !world.engine.records().empty()) return;
+            addRecord(world, 2);
+            addRecord(world, 9);
+        };
+        ClearLogHistory(world.globals, window);
+        failNoMore();
+        EXPECT_EQ(rowNames(*window.lvHistory()), "2 S 9") << "not only above what was loaded before";
+    });
+}
+
+TEST_F(HistoryCommands, ClearChangesNothingInTheLogsOwnLists) {
+    world.hideBoxes();
+    world.addControl();
+    world.add({u"M1", 0, u"P1", u"shown", u""});
+    inHistory([&](FrmLogHistory& window) { ClearLogHistory(world.globals, window); });
+    EXPECT_EQ(world.list().rowCount(), 1);
+    EXPECT_EQ(world.globals.store.LastRecordNum, 3);
+}
+
 TEST_F(HistoryCommands, ClearThatFailsLeavesEverything) {
     inHistory([&](FrmLogHistory& window) {
         failStatement(1);
@@ -240,6 +309,19 @@ TEST_F(ShowErrorsOfHistory, ClosesTheWindowRunsWhatWaitsAndTellsTheHost) {
         ShowHistoryErrors(world.globals, window);
     });
     EXPECT_EQ(order, (std::vector<std::string>{"messages", "event P1 0"}));
+}
+
+TEST_F(ShowErrorsOfHistory, TellsTheLogThatOpenedTheDatabaseAndNoOther) {
+    const auto other = std::make_shared<core::CVLog>(world.globals);
+    const auto otherSink = std::make_shared<tests::RecordingSink>();
+    other->events().advise(otherSink);
+    otherSink->handler = [this](std::int32_t, std::span<automation::Value>) { order.emplace_back("other"); };
+    inHistory([&](FrmLogHistory& window) {
+        select(window, {2});
+        ShowHistoryErrors(world.globals, window);
+    });
+    EXPECT_EQ(order, (std::vector<std::string>{"messages", "event P1 0"}));
+    otherSink->handler = nullptr;
 }
 
 TEST_F(ShowErrorsOfHistory, TellsNobodyWhenTheLogGoesMeanwhile) {

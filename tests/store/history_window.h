@@ -61,7 +61,8 @@ protected:
     void letErrorsBeShown() {
         world.platform.files.addFile(u"C:\\Proj\\payroll.err");
         world.host.repository->on(u"FindObject", [this](std::span<automation::Value> values) {
-            const bool known = automation::toText(values[1]) == u"PAYROLL";
+            const bool known = values.size() == 2 && automation::toText(values[0]) == u"PROG" &&
+                               automation::toText(values[1]) == u"PAYROLL";
             return known ? automation::Value(world.host.objects.at(u"P1")) : automation::Value();
         });
         main->set(u"hwnd", std::int32_t{77});

@@ -65,6 +65,24 @@ TEST_F(Reports, AreMadeOfTheListAndShownInFrontOfTheHost) {
     EXPECT_EQ(generator->get(u"OutputDirectory"), automation::Value(u"C:\\Proj\\Output"));
 }
 
+TEST_F(Reports, AreCreatedWithTheListAndTheNameByReference) {
+    struct ByReference : tests::ScriptObject {
+        using ScriptObject::ScriptObject;
+        automation::Value callByReference(std::u16string_view member,
+                                          std::span<automation::Value> arguments) override {
+            members.emplace_back(member);
+            return ScriptObject::callByReference(member, arguments);
+        }
+        std::vector<std::u16string> members;
+    };
+    const auto watched = std::make_shared<ByReference>("Generator", world.calls);
+    watched->set(u"CreateReport", automation::Value());
+    watched->set(u"Interrupted", true);
+    world.platform.objects.classes[u"Tabulite.TLReport"] = [watched] { return watched; };
+    inHistory([&](FrmLogHistory& window) { ReportHistory(world.globals, window); });
+    EXPECT_EQ(watched->members, std::vector<std::u16string>{u"CreateReport"});
+}
+
 TEST_F(Reports, JoinTheFolderWithOneSeparator) {
     for (const auto& [directory, output] :
          std::vector<std::pair<std::u16string, std::u16string>>{{u"C:\\Proj\\", u"C:\\Proj\\Output"},
