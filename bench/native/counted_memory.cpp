@@ -1,11 +1,13 @@
 #include "bench/native/counted_memory.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
 namespace {
 
 std::size_t held = 0;
+std::size_t peak = 0;
 
 // The size stands in front of each block, in room that keeps the block aligned.
 constexpr std::size_t kRoom = alignof(std::max_align_t);
@@ -17,6 +19,7 @@ void* operator new(std::size_t size) {
     if (!block) throw std::bad_alloc();
     *static_cast<std::size_t*>(block) = size;
     held += size;
+    peak = std::max(peak, held);
     return static_cast<char*>(block) + kRoom;
 }
 
@@ -32,5 +35,9 @@ void operator delete(void* pointer, std::size_t) noexcept { operator delete(poin
 namespace cvlog::bench {
 
 std::size_t allocatedBytes() noexcept { return held; }
+
+std::size_t peakOfAllocatedBytes() noexcept { return peak; }
+
+void watchPeak() noexcept { peak = held; }
 
 } // namespace cvlog::bench

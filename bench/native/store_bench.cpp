@@ -33,8 +33,6 @@ constexpr Table kUpgradedWithKey = {".upgraded_table_with_a_key",
                                     "ObjectType text, LogMessage text, ReturnMessage integer"};
 
 constexpr const char* kOneAdd = "records.one_add_against_a_prepared_insert";
-constexpr const char* kJournalOfTheLog = "pragma journal_mode = wal; pragma synchronous = normal; "
-                                         "pragma wal_autocheckpoint = 4096";
 constexpr const char* kJournalWithFullSync = "pragma journal_mode = delete; pragma synchronous = full";
 
 std::string makeFile(const DiskFolder& folder, const std::string& name, const Table& table, int rows) {

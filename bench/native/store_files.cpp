@@ -67,9 +67,9 @@ void BareDatabase::fill(int rows) {
 }
 
 void BareDatabase::requireCount(int rows) {
-    const int found = integer("select count(*) from LogInfo");
+    const std::int64_t found = number("select count(*) from LogInfo");
     if (found == rows) return;
-    std::fprintf(stderr, "%d records were written, %d are there\n", rows, found);
+    std::fprintf(stderr, "%d records should be there, %d are\n", rows, static_cast<int>(found));
     std::exit(2);
 }
 
@@ -78,9 +78,9 @@ void BareDatabase::insertRecords(int count) {
         insert_ = prepare("insert into LogInfo (RecordNum, MethodName, ObjectName, ObjectType, LogMessage, "
                           "ReturnMessage, Errors) values (?7, ?1, ?2, ?3, ?4, ?5, ?6)");
         const bool numbersItself =
-            integer(
-                "select count(*) from pragma_table_info('LogInfo') where name = 'RecordNum' and pk > 0") != 0;
-        if (!numbersItself) lastNumber_ = integer("select max(RecordNum) from LogInfo");
+            number("select count(*) from pragma_table_info('LogInfo') where name = 'RecordNum' and pk > 0") !=
+            0;
+        if (!numbersItself) lastNumber_ = static_cast<int>(number("select max(RecordNum) from LogInfo"));
     }
     for (int i = 0; i < count; ++i) {
         if (lastNumber_ > 0) sqlite3_bind_int(insert_, 7, ++lastNumber_);
@@ -88,10 +88,10 @@ void BareDatabase::insertRecords(int count) {
     }
 }
 
-int BareDatabase::integer(const char* sql) {
-    sqlite3_stmt* statement = prepare(sql);
+std::int64_t BareDatabase::number(const std::string& sql) {
+    sqlite3_stmt* statement = prepare(sql.c_str());
     require(sqlite3_step(statement) == SQLITE_ROW, handle_);
-    const int result = sqlite3_column_int(statement, 0);
+    const std::int64_t result = sqlite3_column_int64(statement, 0);
     sqlite3_finalize(statement);
     return result;
 }

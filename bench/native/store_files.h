@@ -2,6 +2,7 @@
 
 #include "ports/file_system.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,11 +47,12 @@ public:
     /// Inserts the record that the measured log writes, so many times, each a transaction of its own. Rows of a table
     /// that does not number them itself are numbered from above the highest number there was at the first call.
     void insertRecords(int count);
+    /// The one number that a query answers.
+    std::int64_t number(const std::string& sql);
 
 private:
     sqlite3_stmt* prepare(const char* sql);
     void insert(sqlite3_stmt* statement);
-    int integer(const char* sql);
 
     sqlite3* handle_ = nullptr;
     sqlite3_stmt* insert_ = nullptr;

@@ -20,6 +20,10 @@ inline constexpr const char* kWrittenMessage =
 inline constexpr int kWrittenCode = 8;
 inline constexpr const char* kWrittenErrors = "payroll.errors";
 
+/// How a log keeps its file, for who does the same without it.
+inline constexpr const char* kJournalOfTheLog = "pragma journal_mode = wal; pragma synchronous = normal; "
+                                                "pragma wal_autocheckpoint = 4096";
+
 /// A log over a database on the disk, with a host that answers from memory: its records cost what composing and
 /// committing them costs.
 class StoredLog {
@@ -30,6 +34,8 @@ public:
     void write(int count);
     /// The query that an opening reads the highest record number with; the number.
     int highestNumber();
+    core::Globals& globals() noexcept { return globals_; }
+    platform::headless::HeadlessPlatform& platform() noexcept { return platform_; }
 
 private:
     platform::headless::HeadlessPlatform platform_;
