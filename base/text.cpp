@@ -1,6 +1,7 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace cvlog::base {
 
@@ -49,15 +50,6 @@ void appendUtf8(std::string& out, char32_t point) {
     }
 }
 
-void appendUtf16(std::u16string& out, char32_t point) {
-    if (point < 0x10000) {
-        out.push_back(static_cast<char16_t>(point));
-    } else {
-        out.push_back(static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10)));
-        out.push_back(static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF)));
-    }
-}
-
 struct Utf8Lead {
     std::size_t length; // 0: not a lead byte
     char32_t bits;
@@ -70,6 +62,62 @@ Utf8Lead leadOf(unsigned char byte) noexcept {
     if (byte >= 0xE0 && byte < 0xF0) return {3, static_cast<char32_t>(byte & 0x0F), 0x800};
     if (byte >= 0xF0 && byte < 0xF5) return {4, static_cast<char32_t>(byte & 0x07), 0x10000};
     return {0, 0, 0};
+}
+
+bool areAscii(const char* eight) noexcept {
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, eight, sizeof bytes);
+    return (bytes & 0x8080808080808080) == 0;
+}
+
+// How many bytes in front are ASCII.
+std::size_t asciiInFront(const char* bytes, std::size_t count) noexcept {
+    constexpr std::size_t kStep = 8;
+    std::size_t plain = 0;
+    while (plain + kStep <= count && areAscii(bytes + plain)) plain += kStep;
+    // The rest is mostly ASCII as well: eight bytes at the end tell.
+    if (plain < count && count - plain < kStep && count >= kStep && areAscii(bytes + count - kStep))
+        return count;
+    while (plain < count && static_cast<unsigned char>(bytes[plain]) < 0x80) ++plain;
+    return plain;
+}
+
+// Through copies, so that the compiler sees source and target apart.
+template <std::size_t Size>
+void widenBlock(const char* from, char16_t* to) noexcept {
+    unsigned char bytes[Size];
+    char16_t units[Size];
+    std::memcpy(bytes, from, Size);
+    for (std::size_t i = 0; i < Size; ++i) units[i] = bytes[i];
+    std::memcpy(to, units, sizeof units);
+}
+
+// The last block may take again some of what the one before it took.
+template <std::size_t Size>
+void widenBlocks(const char* from, std::size_t count, char16_t* to) noexcept {
+    for (std::size_t i = 0; i + Size <= count; i += Size) widenBlock<Size>(from + i, to + i);
+    widenBlock<Size>(from + count - Size, to + count - Size);
+}
+
+void widen(const char* from, std::size_t count, char16_t* to) noexcept {
+    if (count >= 16) return widenBlocks<16>(from, count, to);
+    if (count >= 8) return widenBlocks<8>(from, count, to);
+    for (std::size_t i = 0; i < count; ++i) to[i] = static_cast<unsigned char>(from[i]);
+}
+
+// Takes one character, or a byte that is part of none.
+char32_t takePoint(const char*& from, const char* end) noexcept {
+    const Utf8Lead lead = leadOf(static_cast<unsigned char>(*from));
+    char32_t point = lead.bits;
+    std::size_t used = 1;
+    for (; used < lead.length && from + used != end; ++used) {
+        const auto next = static_cast<unsigned char>(from[used]);
+        if ((next & 0xC0) != 0x80) break;
+        point = (point << 6) | (next & 0x3Fu);
+    }
+    const bool formed = lead.length != 0 && used == lead.length && point >= lead.least && point <= 0x10FFFF;
+    from += formed ? used : 1;
+    return formed ? point : 0xFFFD;
 }
 
 } // namespace
@@ -143,25 +191,30 @@ void toUtf8(std::u16string_view text, std::string& out) {
 
 std::u16string fromUtf8(std::string_view text) {
     std::u16string out;
-    out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size();) {
-        const Utf8Lead lead = leadOf(static_cast<unsigned char>(text[i]));
-        char32_t point = lead.bits;
-        std::size_t used = 1;
-        for (; used < lead.length && i + used < text.size(); ++used) {
-            const auto next = static_cast<unsigned char>(text[i + used]);
-            if ((next & 0xC0) != 0x80) break;
-            point = (point << 6) | (next & 0x3Fu);
-        }
-        if (lead.length == 0 || used < lead.length || point < lead.least || point > 0x10FFFF) {
-            out.push_back(u'\uFFFD');
-            ++i;
+    fromUtf8(text, out);
+    return out;
+}
+
+void fromUtf8(std::string_view text, std::u16string& out) {
+    out.resize(text.size()); // never fewer than the code units that come
+    const char* from = text.data();
+    const char* const end = from + text.size();
+    char16_t* to = out.data();
+    for (;;) {
+        const std::size_t plain = asciiInFront(from, static_cast<std::size_t>(end - from));
+        widen(from, plain, to);
+        from += plain;
+        to += plain;
+        if (from == end) break;
+        const char32_t point = takePoint(from, end);
+        if (point < 0x10000) {
+            *to++ = static_cast<char16_t>(point);
         } else {
-            appendUtf16(out, point);
-            i += used;
+            *to++ = static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10));
+            *to++ = static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF));
         }
     }
-    return out;
+    out.resize(static_cast<std::size_t>(to - out.data()));
 }
 
 } // namespace cvlog::base

@@ -35,5 +35,7 @@ void toUtf8(std::u16string_view text, std::string& out);
 
 /// UTF-16 of UTF-8 text, lone surrogates in three-byte form included. A malformed byte becomes U+FFFD.
 std::u16string fromUtf8(std::string_view text);
+/// The same into `out`, whose memory is used again.
+void fromUtf8(std::string_view text, std::u16string& out);
 
 } // namespace cvlog::base

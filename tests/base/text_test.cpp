@@ -114,6 +114,28 @@ INSTANTIATE_TEST_SUITE_P(Bytes, MalformedUtf8,
                                          Utf8Pair{u"\uFFFD\uFFFD\uFFFD\uFFFD", "\xF4\x90\x80\x80"},
                                          Utf8Pair{u"\uFFFD", "\xFF"}));
 
+TEST(Utf8OfAnyLength, IsReadExactlyWhereverTheFirstOtherCharacterStands) {
+    std::u16string out = u"what was there before, longer than some and shorter than others";
+    for (std::size_t length = 0; length <= 70; ++length) {
+        const std::string plain =
+            std::string("0123456789abcdefghijklmnopqrstuvwxyz0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ")
+                .substr(0, length);
+        const std::u16string wide(plain.begin(), plain.end());
+        fromUtf8(plain, out);
+        EXPECT_EQ(out, wide);
+        for (std::size_t place = 0; place <= length; ++place) {
+            std::string text = plain;
+            std::u16string expected = wide;
+            fromUtf8(text.insert(place, "\xC3\xBC"), out);
+            EXPECT_EQ(out, expected.insert(place, u"\u00FC")) << length << ", " << place;
+            text = plain;
+            expected = wide;
+            fromUtf8(text.insert(place, "\x80"), out);
+            EXPECT_EQ(out, expected.insert(place, u"\uFFFD")) << length << ", " << place;
+        }
+    }
+}
+
 TEST(Utf8OfAnyText, ComesBackExactly) {
     std::mt19937 random(20240102);
     for (int round = 0; round < 2000; ++round) {
