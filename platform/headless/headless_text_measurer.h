@@ -2,7 +2,9 @@
 
 #include "ports/text_measurer.h"
 
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace cvlog::platform::headless {
@@ -18,7 +20,20 @@ public:
     std::uint64_t measured() const noexcept { return measured_; }
 
 private:
-    std::vector<base::Font> fonts_;
+    /// A font with the advances of the ASCII characters and of those beyond, narrow or wide.
+    struct Metrics {
+        explicit Metrics(const base::Font& measured);
+        std::int64_t advance(char16_t unit) const noexcept;
+        /// Nothing when there is any other character.
+        std::optional<std::int64_t> asciiSum(std::u16string_view text) const noexcept;
+
+        base::Font font;
+        std::array<std::int32_t, 0x80> ascii{};
+        std::int32_t other = 0;
+        std::int32_t full = 0;
+    };
+
+    std::vector<Metrics> fonts_;
     std::uint64_t measured_ = 0;
 };
 
