@@ -119,14 +119,12 @@ struct TextOf {
 
 } // namespace
 
-bool Value::isNothing() const noexcept {
-    if (const auto* object = std::get_if<ObjectRef>(&storage_)) return *object == nullptr;
-    return is<Empty>() || is<Null>();
-}
-
 std::int16_t toInt16(const Value& value) { return static_cast<std::int16_t>(toWhole<std::int16_t>(value)); }
 
-std::int32_t toInt32(const Value& value) { return static_cast<std::int32_t>(toWhole<std::int32_t>(value)); }
+std::int32_t toInt32(const Value& value) {
+    if (const auto* number = std::get_if<std::int32_t>(&value.storage())) return *number;
+    return static_cast<std::int32_t>(toWhole<std::int32_t>(value));
+}
 
 std::int32_t toColour(const Value& value) {
     return static_cast<std::int32_t>(toWhole<std::int32_t, std::uint32_t>(value));

@@ -63,8 +63,17 @@ public:
         return std::get<T>(storage_);
     }
 
+    /// Makes it a text, to be written by the caller. The memory of a text that is there is used again.
+    std::u16string& makeText() {
+        auto* text = std::get_if<std::u16string>(&storage_);
+        return text ? *text : storage_.emplace<std::u16string>();
+    }
+
     /// Empty, Null or an object reference to nothing: the answer of a look-up that found nothing.
-    bool isNothing() const noexcept;
+    bool isNothing() const noexcept {
+        const auto* object = std::get_if<ObjectRef>(&storage_);
+        return object ? *object == nullptr : is<Empty>() || is<Null>();
+    }
 
     friend bool operator==(const Value&, const Value&) = default;
 

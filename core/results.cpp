@@ -2,8 +2,6 @@
 
 #include "base/text.h"
 
-#include <algorithm>
-
 namespace cvlog::core {
 
 namespace {
@@ -60,9 +58,12 @@ ports::BoxIcon OutcomeBoxIcon(std::int32_t code) noexcept {
 
 std::u16string CleanMessage(std::u16string_view text) {
     std::u16string line(text);
-    std::replace_if(
-        line.begin(), line.end(), [](char16_t unit) { return unit < 0x20; }, u' ');
-    return std::u16string(base::trimBlanks(line));
+    return std::u16string(CleanMessageInPlace(line));
+}
+
+std::u16string_view CleanMessageInPlace(std::u16string& text) noexcept {
+    for (char16_t& unit : text) unit = unit < u' ' ? u' ' : unit;
+    return base::trimBlanks(text);
 }
 
 } // namespace cvlog::core

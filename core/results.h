@@ -22,5 +22,7 @@ ports::BoxIcon OutcomeBoxIcon(std::int32_t code) noexcept;
 /// The text on one line: every character below U+0020 becomes a blank, then blanks at the ends are dropped. Nothing
 /// else changes: other white space stays, and runs of blanks are not joined.
 std::u16string CleanMessage(std::u16string_view text);
+/// The same in the text's own memory; what it answers is a part of it.
+std::u16string_view CleanMessageInPlace(std::u16string& text) noexcept;
 
 } // namespace cvlog::core

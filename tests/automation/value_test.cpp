@@ -142,6 +142,16 @@ TEST(ValueOfText, KeepsNulsAndLoneSurrogates) {
     EXPECT_EQ(toText(Value(text)), text);
 }
 
+TEST(ValueOfText, IsWrittenInPlaceWhateverItWasBefore) {
+    Value value = 5;
+    EXPECT_EQ(value.makeText(), u"");
+    value.makeText() = u"a text that is longer than what fits into the object";
+    const char16_t* const memory = value.as<std::u16string>().data();
+    value.makeText() = u"short";
+    EXPECT_EQ(value, Value(u"short"));
+    EXPECT_EQ(value.as<std::u16string>().data(), memory) << "its memory was used again";
+}
+
 TEST(ValueOfObject, StandsForItsDefaultMemberWhereAPlainValueIsWanted) {
     tests::CallCounter calls;
     const auto object = std::make_shared<tests::ScriptObject>("Object", calls);

@@ -77,6 +77,8 @@ class CleanMessageTest : public testing::TestWithParam<Cleaning> {};
 
 TEST_P(CleanMessageTest, ReplacesControlCharactersOneByOneThenTrimsBlanks) {
     EXPECT_EQ(CleanMessage(GetParam().text), GetParam().cleaned);
+    std::u16string text(GetParam().text);
+    EXPECT_EQ(CleanMessageInPlace(text), GetParam().cleaned);
 }
 
 INSTANTIATE_TEST_SUITE_P(Messages, CleanMessageTest,
