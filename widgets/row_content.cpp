@@ -151,4 +151,13 @@ RowPtr makeRow(const Row& row, RowKeys keys) {
     return made;
 }
 
+RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string_view smallIcon) {
+    static const RowKeys kNoKeys = std::make_shared<const std::vector<std::u16string>>();
+    RowContent* const content = RowContent::allocate(kNoKeys, text.size() + tag.size() + smallIcon.size());
+    RowPtr made(content);
+    RowContent::Writer writer(*content);
+    for (const std::u16string_view field : {text, tag, smallIcon}) writer.append(field);
+    return made;
+}
+
 } // namespace cvlog::widgets

@@ -92,6 +92,7 @@ public:
 private:
     friend class RowPtr;
     friend RowPtr makeRow(const Row& row, RowKeys keys);
+    friend RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string_view smallIcon);
     class Writer;
 
     explicit RowContent(RowKeys keys) noexcept : keys_(std::move(keys)) {}
@@ -153,5 +154,7 @@ private:
 /// The finished content of a row. It shares `keys` when these are the row's, else it gets its own.
 RowPtr makeRow(const Row& row, RowKeys keys);
 inline RowPtr makeRow(const Row& row) { return makeRow(row, nullptr); }
+/// A row without cells.
+RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string_view smallIcon);
 
 } // namespace cvlog::widgets

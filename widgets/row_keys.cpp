@@ -41,7 +41,7 @@ RowId RowKeyBook::find(std::u16string_view key) const {
 
 void RowKeyBook::set(RowId row, std::u16string_view key) {
     if (numberOf(row) != 0) numbers_[row - firstNumbered_] = 0;
-    if (const auto old = keys_.find(row); old != keys_.end()) {
+    if (const auto old = keys_.empty() ? keys_.end() : keys_.find(row); old != keys_.end()) {
         rows_.erase(base::folded(old->second));
         keys_.erase(old);
     }

@@ -30,6 +30,13 @@ TEST(RowContent, KeepsEveryTextExactly) {
     EXPECT_TRUE(row->edit() == sampleRow());
 }
 
+TEST(RowContent, IsMadeOfThreeTextsWhereThereAreNoCells) {
+    const RowPtr row = makeRow(u"text", u"", u"Good");
+    EXPECT_EQ(row->edit(), (Row{u"text", u"", u"Good", {}}));
+    EXPECT_EQ(row->keys(), makeRow(u"", u"", u"")->keys()) << "all share the keys";
+    EXPECT_FALSE(row->rememberedWidth(1, 1));
+}
+
 TEST(RowContent, FindsCellsByKeyWithoutRegardToCase) {
     const RowPtr row = makeRow(sampleRow());
     EXPECT_EQ(row->cellOf(u"b"), 2);
