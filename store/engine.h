@@ -21,6 +21,9 @@ public:
     virtual void moveNext() = 0;
     /// The current row's value; Null for a column without one.
     virtual automation::Value value(std::u16string_view column) = 0;
+    /// The same into `result`, whose memory is used again: for reading rows without end. The characters of the name
+    /// must stay where and what they are as long as the row set is open.
+    virtual void read(std::u16string_view column, automation::Value& result) { result = value(column); }
 
     /// Starts a new row: every column at its default, whatever an earlier unfinished row held.
     virtual void addNew() = 0;

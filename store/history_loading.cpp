@@ -22,17 +22,35 @@ std::shared_ptr<Recordset> openRecords(core::Globals& globals, std::int32_t afte
                                   u" order by RecordNum");
 }
 
-void appendText(std::u16string& text, const Value& value) {
-    if (value.is<std::u16string>())
-        text += value.as<std::u16string>();
-    else if (!value.isNothing())
-        text += automation::toText(value);
-}
+/// A column of the records, read into the same memory again and again.
+class ColumnReader {
+public:
+    explicit ColumnReader(std::u16string_view column) : column_(column) {}
 
-std::u16string cleanText(const Value& value) {
-    return core::CleanMessage(value.is<std::u16string>() ? value.as<std::u16string>()
-                                                         : automation::toText(value));
-}
+    std::int32_t number(Recordset& record) { return automation::toInt32(read(record)); }
+    /// The reader's own, until the next reading.
+    std::u16string& text(Recordset& record) {
+        read(record);
+        return asText();
+    }
+    /// The same, empty for a column without a value.
+    std::u16string_view textOrNothing(Recordset& record) {
+        return read(record).isNothing() ? std::u16string_view() : asText();
+    }
+
+private:
+    std::u16string& asText() {
+        if (!value_.is<std::u16string>()) value_ = automation::toText(value_);
+        return value_.makeText();
+    }
+    const Value& read(Recordset& record) {
+        record.read(column_, value_);
+        return value_;
+    }
+
+    std::u16string_view column_;
+    Value value_;
+};
 
 /// Appends rows to the list of a history.
 class HistoryRows {
@@ -41,36 +59,39 @@ public:
 
     void appendSeparator() {
         const std::u16string session(resources::text(language_, kCurrentSession));
-        row_ = {std::u16string(kDashes) + u" " + session + u" " + std::u16string(kDashes),
-                {},
-                std::u16string(kSessionIcon),
-                {}};
-        list_.append(widgets::makeRow(row_, keys_));
+        const std::u16string dashes(kDashes);
+        list_.append(widgets::makeRow(dashes + u" " + session + u" " + dashes, {}, kSessionIcon));
     }
 
+    std::int32_t numberOf(Recordset& record) { return number_.number(record); }
+
     void append(Recordset& record, std::int32_t number) {
-        row_.text = cleanText(record.value(u"LogMessage"));
-        row_.smallIcon = core::ResultIconKey(automation::toInt32(record.value(u"ReturnMessage")));
-        row_.tag.clear();
-        appendText(row_.tag, record.value(u"ObjectType"));
-        row_.tag += u'\n';
-        appendText(row_.tag, record.value(u"ObjectName"));
-        row_.tag += u'\n';
-        appendText(row_.tag, record.value(u"Errors"));
-        list_.setNumberedKey(list_.append(widgets::makeRow(row_, keys_)), number);
+        const std::u16string_view text = core::CleanMessageInPlace(message_.text(record));
+        const std::u16string_view icon = core::ResultIconKey(code_.number(record));
+        tag_ = type_.textOrNothing(record);
+        tag_ += u'\n';
+        tag_ += name_.textOrNothing(record);
+        tag_ += u'\n';
+        tag_ += errors_.textOrNothing(record);
+        list_.setNumberedKey(list_.append(widgets::makeRow(text, tag_, icon)), number);
     }
 
 private:
     widgets::ListView& list_;
     resources::Language language_;
-    widgets::Row row_;
-    widgets::RowKeys keys_ = std::make_shared<const std::vector<std::u16string>>(); // one column: no cells
+    ColumnReader number_{u"RecordNum"};
+    ColumnReader message_{u"LogMessage"};
+    ColumnReader code_{u"ReturnMessage"};
+    ColumnReader type_{u"ObjectType"};
+    ColumnReader name_{u"ObjectName"};
+    ColumnReader errors_{u"Errors"};
+    std::u16string tag_;
 };
 
 void appendRecords(Recordset& records, HistoryRows& rows, HistoryProgress& progress,
                    std::int32_t sessionStart) {
     for (; !records.atEnd(); records.moveNext()) {
-        progress.LastLoaded = automation::toInt32(records.value(u"RecordNum"));
+        progress.LastLoaded = rows.numberOf(records);
         if (progress.SeparatorPending && progress.LastLoaded > sessionStart) {
             rows.appendSeparator();
             progress.SeparatorPending = false;

@@ -170,36 +170,56 @@ std::u16string SqliteStatement::columnName(int column) const {
 }
 
 automation::Value SqliteStatement::value(int column) const {
-    switch (sqlite3_column_type(handle_, column)) {
+    automation::Value result;
+    read(column, result);
+    return result;
+}
+
+void SqliteStatement::read(int column, automation::Value& result) const {
+    sqlite3_value* const value =
+        sqlite3_column_value(handle_, column); // good for one thread, which is all we have
+    switch (sqlite3_value_type(value)) {
     case SQLITE_NULL:
-        return automation::Null{};
+        result = automation::Null{};
+        break;
     case SQLITE_INTEGER: {
-        const std::int64_t number = integer(column);
+        const std::int64_t number = sqlite3_value_int64(value);
         const auto small = static_cast<std::int32_t>(number);
-        return small == number ? automation::Value(small) : automation::Value(number);
+        result = small == number ? automation::Value(small) : automation::Value(number);
+        break;
     }
     case SQLITE_FLOAT:
-        return sqlite3_column_double(handle_, column);
+        result = sqlite3_value_double(value);
+        break;
     case SQLITE_TEXT:
-        return text(column);
+        readText(value, result.makeText());
+        break;
     default:
-        return automation::ErrorCode{automation::code::kTypeMismatch};
+        result = automation::ErrorCode{automation::code::kTypeMismatch};
     }
 }
 
 std::int64_t SqliteStatement::integer(int column) const { return sqlite3_column_int64(handle_, column); }
 
+// By the library's conversion: it is asked before the file's encoding is known.
 std::u16string SqliteStatement::text(int column) const {
-    if (connection_->usesUtf8()) {
-        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
-        const auto count = static_cast<std::size_t>(sqlite3_column_bytes(handle_, column));
-        return bytes ? base::fromUtf8({bytes, count}) : std::u16string();
-    }
-    const void* units = sqlite3_column_text16(handle_, column);
-    const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes16(handle_, column));
-    std::u16string result(units ? bytes / sizeof(char16_t) : 0, u'\0');
-    if (!result.empty()) std::memcpy(result.data(), units, result.size() * sizeof(char16_t));
+    if (connection_->usesUtf8()) sqlite3_column_text(handle_, column);
+    std::u16string result;
+    readText(sqlite3_column_value(handle_, column), result);
     return result;
+}
+
+void SqliteStatement::readText(sqlite3_value* value, std::u16string& text) const {
+    if (connection_->usesUtf8()) {
+        // The bytes as the file has them: what the library gives as a text is a copy with a NUL behind it.
+        const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
+        const auto count = static_cast<std::size_t>(sqlite3_value_bytes(value));
+        return base::fromUtf8(bytes ? std::string_view(bytes, count) : std::string_view(), text);
+    }
+    const void* units = sqlite3_value_text16(value);
+    const auto bytes = static_cast<std::size_t>(sqlite3_value_bytes16(value));
+    text.resize(units ? bytes / sizeof(char16_t) : 0);
+    if (!text.empty()) std::memcpy(text.data(), units, text.size() * sizeof(char16_t));
 }
 
 bool SqliteStatement::readsOnly() const noexcept { return sqlite3_stmt_readonly(handle_) != 0; }
@@ -209,7 +229,8 @@ bool SqliteStatement::wasCompiledAnew() noexcept {
 }
 
 SqliteConnection::SqliteConnection(const std::string& location, bool isAddress) {
-    const int flags = SQLITE_OPEN_READWRITE | (isAddress ? SQLITE_OPEN_URI : 0);
+    // A connection belongs to one apartment, so to one thread: it needs no lock of its own.
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (isAddress ? SQLITE_OPEN_URI : 0);
     if (sqlite3_open_v2(location.c_str(), &handle_, flags, nullptr) != SQLITE_OK) {
         const EngineError error = handle_ ? errorOf(sqlite3_errcode(handle_)) : EngineError::Failed;
         sqlite3_close_v2(handle_);
@@ -284,10 +305,13 @@ int SqliteConnection::lastResult() const noexcept { return sqlite3_extended_errc
 int SqliteConnection::authorize(void* self, int action, const char* first, const char*, const char*,
                                 const char*) {
     TouchedTables* touched = static_cast<SqliteConnection*>(self)->touched_;
-    const bool changes = action == SQLITE_DELETE || action == SQLITE_UPDATE || action == SQLITE_DROP_TABLE;
-    if (touched && changes && first) {
+    if (!touched) return SQLITE_OK;
+    const bool deletes = action == SQLITE_DELETE;
+    const bool reads = action == SQLITE_READ || action == SQLITE_SELECT || action == SQLITE_FUNCTION;
+    if (!deletes && !reads) touched->onlyDeletes = false;
+    if (first && (deletes || action == SQLITE_UPDATE || action == SQLITE_DROP_TABLE)) {
         try {
-            touched->push_back(base::fromUtf8(first));
+            touched->names.push_back(base::fromUtf8(first));
         } catch (...) {
             return SQLITE_DENY;
         }

@@ -47,6 +47,7 @@ public:
     std::u16string columnName(int column) const;
     /// Null, int32 where it fits, else int64, double or text. Bytes that are no text give an ErrorCode.
     automation::Value value(int column) const;
+    void read(int column, automation::Value& result) const;
     std::int64_t integer(int column) const;
     std::u16string text(int column) const;
     /// It neither changes the file nor the connection's transaction.
@@ -55,6 +56,7 @@ public:
     bool wasCompiledAnew() noexcept;
 
 private:
+    void readText(sqlite3_value* value, std::u16string& text) const;
     int bindText(int parameter, std::u16string_view text);
     int bindUtf8(int parameter, std::u16string_view text);
 
@@ -63,8 +65,11 @@ private:
     std::vector<std::string> texts_; // what is bound, a parameter each: the library does not copy it
 };
 
-/// A table that a statement deletes from or changes.
-using TouchedTables = std::vector<std::u16string>;
+/// The tables that a statement deletes from or changes.
+struct TouchedTables {
+    std::vector<std::u16string> names;
+    bool onlyDeletes = true; // no row comes or changes, in whatever table
+};
 
 class SqliteConnection {
 public:

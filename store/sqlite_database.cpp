@@ -21,6 +21,11 @@ bool isQuery(const SqliteStatement& statement, std::u16string_view sql) {
     return tokens.empty() || !tokens.front().isWord(u"pragma");
 }
 
+// The library's and the engine's own.
+bool isInnerTable(const std::u16string& table) {
+    return table.starts_with(u"sqlite_") || table == kPropertiesTable;
+}
+
 } // namespace
 
 SqliteDatabase::SqliteDatabase(std::u16string name, std::unique_ptr<SqliteConnection> connection)
@@ -63,21 +68,32 @@ void SqliteDatabase::createTable(SqliteConnection& connection, std::u16string_vi
     transaction.commit();
 }
 
-// The numbers of rows that go are remembered in the same transaction.
 void SqliteDatabase::runVerbatim(SqliteConnection& connection, std::u16string_view sql) {
     TouchedTables touched;
     SqliteStatement statement = connection.prepareNoting(sql, touched);
     if (isQuery(statement, sql)) fail(EngineError::StatementGivesRows, u"Cannot execute a select query.");
-    std::sort(touched.begin(), touched.end());
-    touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
-    std::erase_if(touched, [](const std::u16string& table) {
-        return table.starts_with(u"sqlite_") || table == kPropertiesTable;
-    });
-    if (touched.empty() || connection.isReadOnly()) return statement.run();
+    std::sort(touched.names.begin(), touched.names.end());
+    touched.names.erase(std::unique(touched.names.begin(), touched.names.end()), touched.names.end());
+    if (std::erase_if(touched.names, isInnerTable) > 0) touched.onlyDeletes = false;
+    if (touched.names.empty() || connection.isReadOnly()) return statement.run();
+    runMarked(connection, statement, touched);
+}
+
+// The numbers of rows that go are remembered in the same transaction. Rows that have gone since change nothing about
+// what is remembered, so that many deletions in a row look once.
+void SqliteDatabase::runMarked(SqliteConnection& connection, SqliteStatement& statement,
+                               const TouchedTables& touched) {
+    const bool ownTransaction = !connection.inTransaction();
     SqliteTransaction transaction(connection);
-    for (const std::u16string& table : touched) refreshMarks(connection, table);
+    const bool isMarked =
+        ownTransaction && marked_.tables == touched.names && marked_.fileVersion == connection.fileVersion();
+    if (!isMarked)
+        for (const std::u16string& table : touched.names) refreshMarks(connection, table);
     statement.run();
     transaction.commit();
+    if (!ownTransaction || !touched.onlyDeletes) return marked_.tables.clear();
+    marked_.tables = touched.names;
+    marked_.fileVersion = connection.fileVersion();
 }
 
 std::shared_ptr<Recordset> SqliteDatabase::openSnapshot(std::u16string_view sql) {

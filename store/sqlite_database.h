@@ -33,9 +33,14 @@ private:
                    std::u16string_view column);
     void createTable(SqliteConnection& connection, std::u16string_view sql, std::u16string_view table);
     void runVerbatim(SqliteConnection& connection, std::u16string_view sql);
+    void runMarked(SqliteConnection& connection, SqliteStatement& statement, const TouchedTables& touched);
 
     std::u16string name_;
     std::shared_ptr<SqliteSession> session_;
+    struct {
+        std::vector<std::u16string> tables;
+        std::int64_t fileVersion = 0;
+    } marked_; // whose highest numbers are all remembered in a file of this version
     std::weak_ptr<automation::Object> object_;
 };
 

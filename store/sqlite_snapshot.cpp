@@ -39,13 +39,24 @@ void SqliteSnapshot::moveNext() {
 
 automation::Value SqliteSnapshot::value(std::u16string_view column) {
     requireOpen();
-    const int index = indexOf(column);
+    automation::Value result;
+    readAt(indexOf(column), result);
+    return result;
+}
+
+void SqliteSnapshot::read(std::u16string_view column, automation::Value& result) {
+    requireOpen();
+    readAt(indexInTurn(column), result);
+}
+
+void SqliteSnapshot::readAt(std::size_t index, automation::Value& result) const {
     if (!reading_ && kept_.empty()) fail(EngineError::NoCurrentRecord, u"No current record.");
-    automation::Value value =
-        reading_ ? statement_.value(index) : kept_.front()[static_cast<std::size_t>(index)];
-    if (value.is<automation::ErrorCode>())
+    if (reading_)
+        statement_.read(static_cast<int>(index), result);
+    else
+        result = kept_.front()[index];
+    if (result.is<automation::ErrorCode>())
         fail(EngineError::Conversion, u"The column holds bytes that are no text.");
-    return value;
 }
 
 void SqliteSnapshot::addNew() { fail(EngineError::ReadOnly, u"A snapshot cannot be changed."); }
@@ -98,16 +109,26 @@ SqliteSnapshot::Row SqliteSnapshot::currentRow() const {
     return row;
 }
 
-// Columns are mostly asked for by their exact names.
-int SqliteSnapshot::indexOf(std::u16string_view column) const {
-    for (std::size_t i = 0; i < names_.size(); ++i)
-        if (names_[i] == column) return static_cast<int>(i);
-    const auto found = std::find_if(names_.begin(), names_.end(), [&](const std::u16string& name) {
-        return base::equalsIgnoringCase(name, column);
-    });
+std::size_t SqliteSnapshot::indexInTurn(std::u16string_view column) {
+    for (std::size_t i = 0; i < turns_.size(); ++i) {
+        const Turn& turn = turns_[turn_];
+        turn_ = turn_ + 1 == turns_.size() ? 0 : turn_ + 1;
+        if (turn.column.data() == column.data() && turn.column.size() == column.size()) return turn.index;
+    }
+    turns_.push_back({column, indexOf(column)});
+    turn_ = 0;
+    return turns_.back().index;
+}
+
+std::size_t SqliteSnapshot::indexOf(std::u16string_view column) const {
+    auto found = std::find(names_.begin(), names_.end(), column);
+    if (found == names_.end())
+        found = std::find_if(names_.begin(), names_.end(), [&](const std::u16string& name) {
+            return base::equalsIgnoringCase(name, column);
+        });
     if (found == names_.end())
         fail(EngineError::ItemNotFound, u"Item not found in this collection: " + std::u16string(column));
-    return static_cast<int>(found - names_.begin());
+    return static_cast<std::size_t>(found - names_.begin());
 }
 
 } // namespace cvlog::store

@@ -21,6 +21,7 @@ public:
     bool atEnd() override;
     void moveNext() override;
     automation::Value value(std::u16string_view column) override;
+    void read(std::u16string_view column, automation::Value& result) override;
     void addNew() override;
     void assign(std::u16string_view column, const automation::Value& value) override;
     void update() override;
@@ -35,11 +36,21 @@ private:
     void endWithSession() noexcept override;
     void requireOpen() const;
     Row currentRow() const;
-    int indexOf(std::u16string_view column) const;
+    std::size_t indexOf(std::u16string_view column) const;
+    std::size_t indexInTurn(std::u16string_view column);
+    void readAt(std::size_t index, automation::Value& result) const;
+
+    /// A column that was read, by the place of its name.
+    struct Turn {
+        std::u16string_view column;
+        std::size_t index;
+    };
 
     std::shared_ptr<SqliteSession> session_;
     SqliteStatement statement_;
     std::vector<std::u16string> names_;
+    std::vector<Turn> turns_; // row by row the columns are read in the same order
+    std::size_t turn_ = 0;
     std::deque<Row> kept_;           // the current row and those after it, once in memory
     std::exception_ptr failedAfter_; // what ended the reading behind the kept rows
     bool reading_ = true;

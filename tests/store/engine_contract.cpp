@@ -44,7 +44,12 @@ std::vector<Value> EngineContract::column(std::u16string_view name) {
     std::vector<Value> values;
     const auto rows =
         database_->openSnapshot(u"select * from LogInfo where RecordNum > 0 order by RecordNum");
-    for (; !rows->atEnd(); rows->moveNext()) values.push_back(rows->value(name));
+    Value again;
+    for (; !rows->atEnd(); rows->moveNext()) {
+        values.push_back(rows->value(name));
+        rows->read(name, again);
+        EXPECT_EQ(again, values.back()) << "read into memory that is used again";
+    }
     return values;
 }
 

@@ -153,4 +153,37 @@ TEST_P(EngineContract, columnsThatAreNotSetHaveTheirDefaults) {
     EXPECT_EQ(read->value(u"A"), Value(u"set"));
 }
 
+TEST_P(EngineContract, columnsAreReadInAnyOrderAndByAnyCase) {
+    source_->makeTableWithDefaults(*database_);
+    const auto rows = database_->openTable(u"T");
+    for (const std::int32_t number : {7, 8}) {
+        rows->addNew();
+        rows->assign(u"B", number);
+        rows->update();
+    }
+    const auto read = database_->openSnapshot(u"select * from T order by RecordNum");
+    constexpr std::u16string_view kOrders[][4] = {{u"A", u"B", u"b", u"RecordNum"},
+                                                  {u"B", u"RecordNum", u"A", u"b"}};
+    const Value expected[][4] = {{u"none", 7, 7, 1}, {8, 2, u"none", 8}};
+    Value value;
+    for (std::size_t row = 0; row < 2; ++row, read->moveNext())
+        for (std::size_t i = 0; i < 4; ++i) {
+            read->read(kOrders[row][i], value);
+            EXPECT_EQ(value, expected[row][i]) << row << ", " << i;
+        }
+    EXPECT_THROW(read->read(u"A", value), automation::AutomationError) << "after the last row";
+}
+
+TEST_P(EngineContract, aColumnThatIsNotThereIsNotRead) {
+    database_->execute(kAddRecordNum);
+    append(u"a");
+    const auto rows = database_->openSnapshot(u"select LogMessage from LogInfo");
+    Value value;
+    EXPECT_THROW(rows->read(u"Missing", value), automation::AutomationError);
+    rows->read(u"LogMessage", value);
+    EXPECT_EQ(value, Value(u"a"));
+    rows->close();
+    EXPECT_THROW(rows->read(u"LogMessage", value), automation::AutomationError);
+}
+
 } // namespace cvlog::store::testing

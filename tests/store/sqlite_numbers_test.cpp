@@ -116,6 +116,50 @@ TEST_F(SqliteNumbers, whatAnotherToolDeletesIsNotNumberedAgain) {
     EXPECT_GT(newest(), 10);
 }
 
+TEST_F(SqliteNumbers, rowsOfAnotherToolBetweenTwoDeletionsAreNotNumberedAgain) {
+    Program log = program();
+    log.append(3);
+    log.execute(u"delete from LogInfo where RecordNum = 3");
+    ASSERT_TRUE(
+        StockDatabase(native()).run("insert into LogInfo (RecordNum, LogMessage) values (10, 'other')"));
+    log.execute(u"delete from LogInfo where RecordNum = 10");
+    log.append();
+    EXPECT_EQ(newest(), 11);
+}
+
+TEST_F(SqliteNumbers, rowsThatADeletionBringsAreNotNumberedAgain) {
+    Program log = program();
+    log.execute(u"create trigger Kept after delete on LogInfo when old.RecordNum < 20 begin "
+                u"insert into LogInfo (RecordNum, LogMessage) values (20, 'kept'); end");
+    log.append(2);
+    log.execute(u"delete from LogInfo where RecordNum = 1");
+    log.execute(u"delete from LogInfo where RecordNum = 20");
+    log.append();
+    EXPECT_EQ(newest(), 21);
+}
+
+TEST_F(SqliteNumbers, rowsOfTheHostsTransactionBetweenTwoDeletionsAreNotNumberedAgain) {
+    Program log = program();
+    log.append(3);
+    log.execute(u"delete from LogInfo where RecordNum = 3");
+    log.execute(u"begin");
+    log.execute(u"insert into LogInfo (RecordNum, LogMessage) values (30, 'host')");
+    log.execute(u"delete from LogInfo where RecordNum = 30");
+    log.execute(u"commit");
+    log.append();
+    EXPECT_EQ(newest(), 31);
+}
+
+TEST_F(SqliteNumbers, aMarkThatTheHostLowersBetweenTwoDeletionsIsSetAnew) {
+    Program log = program();
+    log.append(5);
+    log.execute(u"delete from LogInfo where RecordNum = 1");
+    log.execute(u"delete from SysColumnProperties");
+    log.execute(u"delete from LogInfo where RecordNum = 5");
+    log.append();
+    EXPECT_EQ(newest(), 6);
+}
+
 TEST_F(SqliteNumbers, theHostsStatementsLeaveNoGap) {
     Program log = program();
     log.append(5);
