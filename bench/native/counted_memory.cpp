@@ -36,8 +36,8 @@ namespace cvlog::bench {
 
 std::size_t allocatedBytes() noexcept { return held; }
 
-std::size_t peakOfAllocatedBytes() noexcept { return peak; }
+std::size_t peakBytes() noexcept { return peak; }
 
-void watchPeak() noexcept { peak = held; }
+void startPeak() noexcept { peak = held; }
 
 } // namespace cvlog::bench

@@ -134,11 +134,11 @@ std::vector<Figure> measureMemory() {
                   "from LogInfo"));
     HistoryLog log(path);
     const auto before = static_cast<double>(allocatedBytes()) + static_cast<double>(sqlite3_memory_used());
-    watchPeak();
+    startPeak();
     sqlite3_memory_highwater(1);
     secondsToOpen(log, kMany);
-    const double peak = static_cast<double>(peakOfAllocatedBytes()) +
-                        static_cast<double>(sqlite3_memory_highwater(0)) - before;
+    const double peak =
+        static_cast<double>(peakBytes()) + static_cast<double>(sqlite3_memory_highwater(0)) - before;
     return {{"history.peak_memory_of_opening_1M_records_against_their_texts", peak / 1e6, "MB",
              textBytes / 1e6, 2}};
 }
