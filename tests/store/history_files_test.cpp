@@ -1,16 +1,14 @@
 // The history over real files: what it does to them, and what becomes of it when others work on them. The
 // command-line program reads the file after every scenario and agrees.
 
-#include "store/history_commands.h"
-#include "tests/store/history_world.h"
-#include "tests/store/stored_log.h"
-#include "tests/support/failure_code.h"
+#include "tests/store/history_files.h"
 
 #include <filesystem>
 
 namespace cvlog::store {
 namespace {
 
+using testing::HistoryFiles;
 using testing::kModernTable;
 using testing::kOldTable;
 using testing::rowNames;
@@ -19,45 +17,6 @@ using testing::StockDatabase;
 constexpr char kTableWithKey[] =
     "create table LogInfo (Id integer primary key, MethodName text, ObjectName text, "
     "ObjectType text, LogMessage text, ReturnMessage integer)";
-
-class HistoryFiles : public testing::StoredLog {
-protected:
-    /// Opens the history and runs what the user does there. Answers the failure's code, 0 when it opens.
-    std::int32_t inHistory(const std::function<void(FrmLogHistory&)>& user) {
-        platform_.peers.forms.whileModal = [&](platform::headless::HeadlessFormPeer&) {
-            const auto window = globals_.store.frmLogHistory;
-            user(*window);
-            window->unload();
-        };
-        const std::int32_t code = tests::failureCode([&] { ShowHistory(globals_); });
-        EXPECT_TRUE(platform_.peers.forms.live.empty());
-        EXPECT_EQ(globals_.store.frmLogHistory, nullptr);
-        EXPECT_TRUE(saidNothing());
-        platform_.peers.forms.whileModal = nullptr;
-        return code;
-    }
-    std::string shown() {
-        std::string names;
-        EXPECT_EQ(inHistory([&](FrmLogHistory& window) { names = rowNames(*window.lvHistory()); }), 0);
-        return names;
-    }
-    void removeRows(FrmLogHistory& window, std::initializer_list<int> rows) {
-        window.lvHistory()->selectAll(false);
-        for (const int row : rows) window.lvHistory()->select(row, true);
-        window.lvHistory()->focusRow(*rows.begin());
-        DeleteHistoryRecords(globals_, window);
-    }
-    /// Two records of an earlier session, one of this.
-    void makeTwoSessions(const std::string& table = kModernTable) {
-        make(table);
-        ASSERT_TRUE(openLog());
-        addEntry(u"a");
-        addEntry(u"b");
-        closeLog();
-        ASSERT_TRUE(openLog());
-        addEntry(u"c");
-    }
-};
 
 class HistoryTables : public HistoryFiles, public ::testing::WithParamInterface<const char*> {};
 

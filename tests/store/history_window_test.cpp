@@ -48,6 +48,14 @@ TEST_F(FrmLogHistoryTest, IsLoadedBeforeItIsShown) {
                                                "Form.runModal"}));
 }
 
+// What ran meanwhile would meet a history that is neither there nor not there.
+TEST_F(FrmLogHistoryTest, RunsNoMessagesWhileItLoads) {
+    for (std::int32_t number = 6; number <= 500; ++number) addRecord(world, number);
+    inHistory([&](FrmLogHistory& window) { EXPECT_EQ(window.lvHistory()->rowCount(), 501); });
+    EXPECT_EQ(world.calls.journalOf({"MessagePump"}), std::vector<std::string>{});
+    EXPECT_EQ(world.platform.pump.yields, 0);
+}
+
 TEST_F(FrmLogHistoryTest, HasNoOwnerWithoutAHostWindow) {
     inHistory([](FrmLogHistory&) {});
     EXPECT_EQ(forms().shown.at(0).owner, 0);

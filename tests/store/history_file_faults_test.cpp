@@ -1,0 +1,236 @@
+// The history over a real file that others write, lock, close or damage while it loads and while it is open. The
+// command-line program reads the file after every scenario and agrees.
+
+#include "tests/store/failing_disk.h"
+#include "tests/store/history_files.h"
+
+#include <filesystem>
+
+namespace cvlog::store {
+namespace {
+
+using testing::DiskAction;
+using testing::FailingDisk;
+using testing::kModernTable;
+using testing::rowNames;
+using testing::StockDatabase;
+
+class HistoryFileFaults : public testing::HistoryFiles {
+protected:
+    /// Runs once, when so many rows have come into a list of the history that loads.
+    void atRow(int row, std::function<void()> action) {
+        platform_.gate.watcher = [this, row, count = 0,
+                                  action = std::move(action)](std::string_view name) mutable {
+            if (name != "List.rowsInserted" || ++count != row) return;
+            const auto once = std::exchange(action, nullptr);
+            const auto keep = std::exchange(platform_.gate.watcher, nullptr);
+            once();
+        };
+    }
+    void addRecords(int count) {
+        for (int i = 0; i < count; ++i)
+            make("insert into LogInfo (LogMessage, ReturnMessage, ObjectType) values ('message ' || " +
+                 std::to_string(i + 1) + " || hex(zeroblob(300)), 7, 'PROG')");
+    }
+    std::string shownNumbers() { return ask("select ifnull(group_concat(RecordNum, ' '), '') from LogInfo"); }
+    void removeCompanions() {
+        for (const char* end : {"-wal", "-shm"}) std::filesystem::remove(native() + end);
+    }
+};
+
+TEST_F(HistoryFileFaults, AnotherProcessMayWriteWhileItLoads) {
+    makeTwoSessions();
+    atRow(1, [&] {
+        EXPECT_EQ(testing::askCommandLine(native(),
+                                          "delete from LogInfo where RecordNum = 2; insert into LogInfo "
+                                          "(LogMessage, ReturnMessage) values ('RC 7 d', 7)"),
+                  "");
+    });
+    inHistory([&](FrmLogHistory& window) {
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3") << "the records as they were";
+        window.LoadHistory(globals_.store.LastRecordNum);
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3 4");
+        EXPECT_EQ(testing::askCommandLine(native(), "delete from LogInfo where RecordNum = 4"), "");
+        removeRows(window, {5, 2});
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 S 3") << "both records were gone already";
+    });
+    closeLog();
+    EXPECT_EQ(stored(), "1:a\n3:c");
+}
+
+TEST_F(HistoryFileFaults, EntriesThatComeWhileItLoadsComeWithTheNextLoad) {
+    makeTwoSessions();
+    for (const int row : {1, 2, 3, 4}) {
+        SCOPED_TRACE(row);
+        atRow(row, [&] { addEntry(u"meanwhile"); });
+        std::string before;
+        inHistory([&](FrmLogHistory& window) {
+            before = rowNames(*window.lvHistory());
+            window.LoadHistory(globals_.store.LastRecordNum);
+            EXPECT_EQ(rowNames(*window.lvHistory()), before + " " + std::to_string(row + 3));
+        });
+    }
+    closeLog();
+    EXPECT_EQ(ask("select count(*) from LogInfo"), "7");
+}
+
+TEST_F(HistoryFileFaults, RecordsThatTheHostDeletesWhileItLoadsAreShown) {
+    makeTwoSessions();
+    atRow(1, [&] { executeAsHost(u"delete from LogInfo"); });
+    EXPECT_EQ(shown(), "1 2 S 3");
+    EXPECT_EQ(shown(), "S");
+    closeLog();
+}
+
+TEST_F(HistoryFileFaults, ADatabaseThatTheHostClosesWhileItLoadsLeavesTheRowsUpToThere) {
+    makeTwoSessions();
+    const char* const rows[] = {"1", "1 2", "1 2 S", "1 2 S 3"};
+    for (int row = 1; row <= 4; ++row) {
+        SCOPED_TRACE(row);
+        atRow(row, [&] { automation::toObject(log_->get(u"LogDB"))->invoke(u"Close"); });
+        inHistory([&](FrmLogHistory& window) {
+            EXPECT_EQ(rowNames(*window.lvHistory()), rows[row - 1]);
+            EXPECT_EQ(window.progress().LastLoaded, 0);
+        });
+        closeLog();
+        ASSERT_TRUE(openLog());
+        globals_.store.LastRecordNum = 2;
+    }
+    closeLog();
+    EXPECT_EQ(stored(), "1:a\n2:b\n3:c");
+}
+
+TEST_F(HistoryFileFaults, ALogThatClosesWhileItLoadsTakesItAlong) {
+    makeTwoSessions();
+    for (int row = 1; row <= 4; ++row) {
+        SCOPED_TRACE(row);
+        atRow(row, [&] { closeLog(); });
+        EXPECT_EQ(inHistory([](FrmLogHistory&) { ADD_FAILURE() << "shown"; }), 0);
+        ASSERT_TRUE(openLog());
+        globals_.store.LastRecordNum = 2;
+    }
+    closeLog();
+    EXPECT_EQ(stored(), "1:a\n2:b\n3:c");
+}
+
+TEST_F(HistoryFileFaults, RecordsOfAFileThatAnotherProgramLocksAreShown) {
+    makeTwoSessions();
+    StockDatabase other(native());
+    ASSERT_TRUE(other.run("begin exclusive; delete from LogInfo"));
+    EXPECT_EQ(shown(), "1 2 S 3");
+    inHistory([&](FrmLogHistory& window) {
+        EXPECT_NE(tests::failureCode([&] { ClearLogHistory(globals_, window); }), 0);
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3");
+    });
+    ASSERT_TRUE(other.run("rollback"));
+    closeLog();
+    EXPECT_EQ(stored(), "1:a\n2:b\n3:c");
+}
+
+TEST_F(HistoryFileFaults, RecordsOfAReadOnlyDatabaseAreShownAndStay) {
+    makeTwoSessions();
+    executeAsHost(u"pragma query_only = on"); // what a read-only file answers, whoever runs the test
+    inHistory([&](FrmLogHistory& window) {
+        EXPECT_NE(tests::failureCode([&] { ClearLogHistory(globals_, window); }), 0);
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3");
+        EXPECT_NE(tests::failureCode([&] { removeRows(window, {1, 2}); }), 0);
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 S 3");
+    });
+    closeLog();
+    EXPECT_EQ(stored(), "1:a\n2:b\n3:c");
+}
+
+TEST_F(HistoryFileFaults, AFullDiskKeepsTheRecordsAndAllGoesOnWhenThereIsRoom) {
+    FailingDisk disk;
+    makeTwoSessions();
+    inHistory([&](FrmLogHistory& window) {
+        disk.watch([](DiskAction, int) { return true; });
+        EXPECT_NE(tests::failureCode([&] { removeRows(window, {1}); }), 0);
+        EXPECT_NE(tests::failureCode([&] { ClearLogHistory(globals_, window); }), 0);
+        EXPECT_EQ(rowNames(*window.lvHistory()), "2 S 3");
+        EXPECT_GT(disk.changes(), 0);
+        disk.watch(nullptr);
+        removeRows(window, {1});
+        EXPECT_EQ(rowNames(*window.lvHistory()), "S 3");
+    });
+    EXPECT_EQ(shown(), "1 S 3");
+    closeLog();
+    EXPECT_EQ(stored(), "1:a\n3:c");
+}
+
+TEST_F(HistoryFileFaults, ADeletionThatFailsAtAnyWriteTakesARecordWhollyOrNotAtAll) {
+    for (const bool forGood : {false, true})
+        for (int failing = 1;; ++failing) {
+            SCOPED_TRACE(failing);
+            removeCompanions();
+            std::filesystem::remove(native());
+            FailingDisk disk;
+            makeTwoSessions();
+            bool failed = false;
+            inHistory([&](FrmLogHistory& window) {
+                disk.watch([&](DiskAction, int number) {
+                    return failed = failed || number == failing,
+                           number == failing || (forGood && number > failing);
+                });
+                base::ignoring([&] { removeRows(window, {1, 2, 4}); });
+                disk.watch(nullptr);
+                const std::string left = rowNames(*window.lvHistory());
+                // One row goes before its record; the next load of the file tells which.
+                const std::string stayed = shownNumbers();
+                EXPECT_TRUE(left == "S"     ? stayed.empty() || stayed == "1"
+                            : left == "1 S" ? stayed == "1" || stayed == "1 2"
+                                            : left == "1 2 S" && (stayed == "1 2" || stayed == "1 2 3"))
+                    << left << " | " << stayed;
+            });
+            closeLog();
+            EXPECT_EQ(askWhole("pragma integrity_check"), "ok");
+            if (!failed) break;
+            ASSERT_LT(failing, 200);
+        }
+}
+
+// The file is damaged behind the back of the open log, before the history is opened and while it loads.
+TEST_F(HistoryFileFaults, PagesThatAreDamagedUnderAnOpenLogGiveRowsOrAFailure) {
+    make(kModernTable);
+    addRecords(40);
+    const std::string whole = testing::readWhole(native());
+    constexpr std::size_t kPage = 4096;
+    int opened = 0;
+    const auto tryFile = [&](const std::string& bytes, int row) {
+        removeCompanions();
+        testing::writeWhole(native(), whole);
+        ASSERT_TRUE(openLog());
+        // Pages that were read are read anew after a change by another program.
+        ASSERT_TRUE(StockDatabase(native()).run("create table if not exists Other (a)"));
+        const auto damage = [&] { testing::writeWhole(native(), bytes); };
+        if (row == 0)
+            damage();
+        else
+            atRow(row, damage);
+        inHistory([&](FrmLogHistory& window) {
+            ++opened;
+            EXPECT_LE(window.lvHistory()->rowCount(), 41);
+            if (window.lvHistory()->rowCount() > 0) base::ignoring([&] { removeRows(window, {1}); });
+            base::ignoring([&] { ClearLogHistory(globals_, window); });
+        });
+        platform_.gate.watcher = nullptr;
+        base::ignoring([&] { closeLog(); });
+    };
+    for (const int row : {0, 1, 20})
+        for (std::size_t page = 0; page * kPage < whole.size(); ++page) {
+            tryFile(whole.substr(0, page * kPage), row);
+            tryFile(whole.substr(0, page * kPage + 100), row);
+            for (const std::size_t offset : {0U, 3U, 5U, 8U, 20U, 101U, 2000U, 4090U}) {
+                std::string damaged = whole;
+                char& unit = damaged[page * kPage + offset];
+                unit = static_cast<char>(~unit);
+                tryFile(damaged, row);
+            }
+        }
+    EXPECT_GT(opened, 0);
+    removeCompanions();
+    testing::writeWhole(native(), whole);
+}
+
+} // namespace
+} // namespace cvlog::store

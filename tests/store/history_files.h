@@ -1,0 +1,54 @@
+#pragma once
+
+#include "store/history_commands.h"
+#include "tests/store/history_world.h"
+#include "tests/store/stored_log.h"
+#include "tests/support/failure_code.h"
+
+#include <functional>
+#include <initializer_list>
+#include <string>
+
+namespace cvlog::store::testing {
+
+/// A log over a real file whose history can be opened.
+class HistoryFiles : public StoredLog {
+protected:
+    /// Opens the history and runs what the user does there. Answers the failure's code, 0 when it opens.
+    std::int32_t inHistory(const std::function<void(FrmLogHistory&)>& user) {
+        platform_.peers.forms.whileModal = [&](platform::headless::HeadlessFormPeer&) {
+            const auto window = globals_.store.frmLogHistory;
+            user(*window);
+            window->unload();
+        };
+        const std::int32_t code = tests::failureCode([&] { ShowHistory(globals_); });
+        EXPECT_TRUE(platform_.peers.forms.live.empty());
+        EXPECT_EQ(globals_.store.frmLogHistory, nullptr);
+        EXPECT_TRUE(saidNothing());
+        platform_.peers.forms.whileModal = nullptr;
+        return code;
+    }
+    std::string shown() {
+        std::string names;
+        EXPECT_EQ(inHistory([&](FrmLogHistory& window) { names = rowNames(*window.lvHistory()); }), 0);
+        return names;
+    }
+    void removeRows(FrmLogHistory& window, std::initializer_list<int> rows) {
+        window.lvHistory()->selectAll(false);
+        for (const int row : rows) window.lvHistory()->select(row, true);
+        window.lvHistory()->focusRow(*rows.begin());
+        DeleteHistoryRecords(globals_, window);
+    }
+    /// Two records of an earlier session, one of this.
+    void makeTwoSessions(const std::string& table = kModernTable) {
+        make(table);
+        ASSERT_TRUE(openLog());
+        addEntry(u"a");
+        addEntry(u"b");
+        closeLog();
+        ASSERT_TRUE(openLog());
+        addEntry(u"c");
+    }
+};
+
+} // namespace cvlog::store::testing
