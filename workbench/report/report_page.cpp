@@ -47,7 +47,8 @@ h1 { margin: 0; font-size: 1.6rem; font-weight: 600; }
 table { width: 100%; border-collapse: collapse; }
 th { position: sticky; top: 0; padding: .45rem .7rem; text-align: left; font-weight: 600; background: var(--band);
   border-bottom: 2px solid var(--line); white-space: nowrap; }
-td { padding: .35rem .7rem; vertical-align: top; border-bottom: 1px solid var(--line); overflow-wrap: anywhere; white-space: pre-wrap; }
+td { padding: .35rem .7rem; vertical-align: top; border-bottom: 1px solid var(--line); overflow-wrap: break-word; white-space: pre-wrap; }
+td:last-child { overflow-wrap: anywhere; }
 td.outcome { white-space: nowrap; color: var(--tone); font-weight: 600; }
 td.outcome::before { content: ""; display: inline-block; width: .6em; height: .6em; margin-right: .5em; border-radius: 50%;
   background: var(--tone); }
@@ -58,7 +59,7 @@ tr.section td { padding: 1rem .7rem .35rem; font-weight: 600; border-bottom: 2px
 .good { --tone: var(--good); } .suspect { --tone: var(--suspect); } .bad { --tone: var(--bad); }
 .failure { --tone: var(--failure); } .cancel { --tone: var(--cancel); }
 .empty { padding: 2rem; text-align: center; color: var(--soft); border: 1px dashed var(--line); border-radius: 6px; }
-@page { margin: 15mm; }
+@page { size: landscape; margin: 15mm; }
 @media print { :root { color-scheme: light; --ink: #000; --soft: #444; --line: #bbb; --paper: #fff; --band: #f3f3f3; }
   body { margin: 0; max-width: none; padding: 0; font-size: 9pt; } th { position: static; }
   thead { display: table-header-group; } tr, .counts { break-inside: avoid; }
