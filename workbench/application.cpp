@@ -34,7 +34,11 @@ Application::Application(SharedProject project)
     : project_(std::move(project)), frame_(project_->workbenchName + L" - " + project_->projectName),
       tools_(frame_, project_) {
     createDatabaseIfMissing(project_->file(L"PrjData.mdb"));
-    workspace_ = makeWorkspace(project_, frame_, tools_);
+    workspace_ = makeWorkspace(project_, frame_, tools_, [this] {
+        if (onCodeAsked) {
+            onCodeAsked();
+        }
+    });
     options_ = get(workspace_.Get(), L"UserOptions").object();
     try {
         openLog();
@@ -63,6 +67,7 @@ void Application::openLog() {
         log_.Get(), kLogEvents,
         [this](DISPID event, const Arguments& arguments) { onEvent(event, arguments); });
     logMenu_ = std::make_unique<LogMenu>(log_, workspace_, tools_, project_);
+    errorsMenu_ = std::make_unique<ErrorsMenu>(log_, workspace_, frame_, tools_, project_);
     if (!logMenu_->openDatabase()) {
         throw Failure(project_->file(L"PrjData.mdb") + L": the log cannot open the database");
     }
@@ -102,7 +107,7 @@ void Application::addLogControl() {
 
 void Application::command(WORD id) {
     attempt([&] {
-        if (!logMenu_->run(id)) {
+        if (!logMenu_->run(id) && !errorsMenu_->run(id)) {
             ownCommand(id);
         }
     });
@@ -153,6 +158,11 @@ bool Application::translate(MSG& message) {
     if (dialog_ && dialog_->translate(message)) {
         return true;
     }
+    bool used = false;
+    attempt([&] { used = errorsMenu_->translate(message); });
+    if (used) {
+        return true;
+    }
     const std::shared_ptr<ToolWindow> tool = tools_.containing(message.hwnd);
     if (tool && tool->translateForControls(message)) {
         return true;
@@ -174,15 +184,9 @@ void Application::onEvent(DISPID event, const Arguments& arguments) {
     case kLostFocus:
         frame_.showStatus(FrameWindow::kFocus, L"");
         break;
-    case kShowErrors: {
-        const RepositoryEntry* object = project_->findObject(arguments.text(0));
-        const std::wstring name = object ? object->displayName : arguments.text(0);
-        const long number = arguments.integer(1);
-        frame_.showStatus(FrameWindow::kNews, number
-                                                  ? L"Show error " + std::to_wstring(number) + L" of " + name
-                                                  : L"Show errors of " + name);
+    case kShowErrors:
+        attempt([&] { errorsMenu_->showErrors(arguments.text(0), arguments.integer(1)); });
         break;
-    }
     case kUnload:
         frame_.showStatus(FrameWindow::kNews, L"Log closes");
         break;
@@ -214,6 +218,11 @@ std::wstring Application::replaySession() {
     QueryPerformanceCounter(&start);
     replay(log_.Get(), project_->session);
     const double seconds = secondsSince(start);
+    for (const Command& command : project_->session) {
+        if (const auto* report = std::get_if<AddReport>(&command)) {
+            errorsMenu_->reported(report->objectId, report->errorsFileName);
+        }
+    }
 
     const long rows = rowsShown();
     const long records = recordsAbove(log_.Get(), before);
@@ -240,11 +249,12 @@ void Application::close() {
     frame_.onMessage = nullptr;
     tools_.onActiveChanged = nullptr;
     tools_.onCheck = nullptr;
+    events_.reset(); // what the log tells from here on concerns nobody
+    errorsMenu_.reset();
     attempt([&] { logMenu_->leave(); });
     logMenu_.reset();
     call(log.Get(), L"CloseDB");
     tools_.closeAll();
-    events_.reset();
 }
 
 } // namespace workbench

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "workbench/errors_menu.h"
 #include "workbench/event_sink.h"
 #include "workbench/log_menu.h"
 #include "workbench/options_dialog.h"
@@ -25,7 +26,11 @@ public:
     ToolWindows& tools() { return tools_; }
     IDispatch* log() const { return log_.Get(); }
     IDispatch* workspace() const { return workspace_.Get(); }
+    ErrorsMenu& errors() { return *errorsMenu_; }
     IDispatch* options() const { return options_.Get(); }
+
+    /// Called when the log asks for the wording of a code.
+    std::function<void()> onCodeAsked;
 
     /// Makes the log wanted, whatever the user wanted last: a log that is not in view reports in message boxes.
     void wantLog();
@@ -59,6 +64,7 @@ private:
     ComPtr<IDispatch> options_;
     ComPtr<IDispatch> log_;
     std::unique_ptr<LogMenu> logMenu_;
+    std::unique_ptr<ErrorsMenu> errorsMenu_;
     std::unique_ptr<EventConnection> events_;
     std::unique_ptr<OptionsDialog> dialog_;
     long changes_ = 0; // LogChanged events so far

@@ -1,12 +1,18 @@
 #include "workbench/connection_point.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace workbench {
 
-void ConnectionPoint::raise(DISPID event) {
+void ConnectionPoint::raise(DISPID event, const std::vector<Variant>& arguments) {
+    std::vector<VARIANT> reversed; // they stay owned by `arguments`
+    std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed),
+                   [](const Variant& argument) { return argument.raw(); });
     const auto listeners = listeners_; // a listener may come or go while it is called
     for (const auto& [cookie, listener] : listeners) {
-        DISPPARAMS none{};
-        listener->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, nullptr,
+        DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+        listener->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, nullptr,
                          nullptr);
     }
 }

@@ -6,8 +6,10 @@
 #include <olectl.h>
 
 #include <map>
+#include <vector>
 
 #include "workbench/com_object.h"
+#include "workbench/variant.h"
 
 namespace workbench {
 
@@ -20,9 +22,8 @@ public:
     void ownerGone() { owner_ = nullptr; }
     REFIID events() const { return events_; }
 
-    /// Calls every listener. An event without arguments is all that the workbench has; a listener's failure
-    /// is its own.
-    void raise(DISPID event);
+    /// Calls every listener. A listener's failure is its own.
+    void raise(DISPID event, const std::vector<Variant>& arguments = {});
 
     HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID* iid) override;
     HRESULT STDMETHODCALLTYPE GetConnectionPointContainer(IConnectionPointContainer** container) override;

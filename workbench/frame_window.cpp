@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "workbench/failure.h"
@@ -15,7 +16,7 @@ namespace {
 
 constexpr const wchar_t* kClassName = L"WorkbenchFrame";
 constexpr UINT kUpdateStatus = WM_APP;
-constexpr int kWindowMenu = 3; // its place in the menu bar; the open windows are listed at its end
+constexpr int kWindowMenu = 4; // its place in the menu bar; the open windows are listed at its end
 
 void registerClass(WNDPROC procedure) {
     WNDCLASSEXW description{};
@@ -43,8 +44,12 @@ FrameWindow::FrameWindow(const std::wstring& title) {
         throw Failure(L"The main window cannot be created");
     }
     accelerators_ = LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ACCELERATORS));
-    SetWindowPos(window_, nullptr, 0, 0, scaled(window_, 1000), scaled(window_, 680),
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    RECT desktop{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &desktop, 0);
+    SetWindowPos(window_, nullptr, desktop.left, desktop.top,
+                 std::min(scaled(window_, 1240), static_cast<int>(desktop.right - desktop.left)),
+                 std::min(scaled(window_, 800), static_cast<int>(desktop.bottom - desktop.top)),
+                 SWP_NOZORDER | SWP_NOACTIVATE);
     createParts();
     layOut();
 }

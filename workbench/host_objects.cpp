@@ -90,9 +90,6 @@ void addNames(ScriptObject& workspace, const SharedProject& project) {
     workspace.member(L"GetCalvettaName", [=](const Arguments& arguments) -> Variant {
         return calvettaName(*project, arguments.integer(0));
     });
-    workspace.member(L"TranslateReturnCode", [=](const Arguments& arguments) -> Variant {
-        return translateReturnCode(*project, arguments.value(0));
-    });
     workspace.member(L"GetProductInfo", [=](const Arguments& arguments) -> Variant {
         return productInfo(*project, arguments.text(0));
     });
@@ -113,10 +110,16 @@ void addWindows(ScriptObject& workspace, FrameWindow& frame, const ToolWindows& 
 
 } // namespace
 
-ComPtr<IDispatch> makeWorkspace(const SharedProject& project, FrameWindow& frame, const ToolWindows& tools) {
+ComPtr<IDispatch> makeWorkspace(const SharedProject& project, FrameWindow& frame, const ToolWindows& tools,
+                                std::function<void()> onCodeAsked) {
     auto workspace = makeObject<ScriptObject>();
     addProject(*workspace.Get(), project);
     addNames(*workspace.Get(), project);
+    workspace->member(L"TranslateReturnCode",
+                      [=, asked = std::move(onCodeAsked)](const Arguments& arguments) -> Variant {
+                          asked();
+                          return translateReturnCode(*project, arguments.value(0));
+                      });
     addWindows(*workspace.Get(), frame, tools);
     return workspace;
 }

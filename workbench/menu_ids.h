@@ -4,6 +4,7 @@
 #define IDR_MAIN_MENU 100
 #define IDR_ACCELERATORS 101
 #define IDD_OPTIONS 102
+#define IDD_LINES 103
 #define IDI_WORKBENCH 1 // the lowest: the program's own
 
 #define IDM_REPLAY 201
@@ -33,6 +34,9 @@
 #define IDM_LOG_FINISH 409
 #define IDM_LOG_OPEN 410
 #define IDM_LOG_CLOSE 411
+#define IDM_ERRORS_WRITE 420
+#define IDM_ERRORS_DELETE 421
+#define IDM_ERRORS_SHOW 422
 
 // Sample reports, in the order of the table in log_menu.cpp.
 #define IDM_REPORT_FIRST 450
@@ -48,3 +52,5 @@
 #define IDC_DOCKED 601
 #define IDC_KINDS 602
 #define IDC_KIND_FIRST 610
+#define IDC_LINES 650
+#define IDC_LINES_SPIN 651

@@ -3,6 +3,7 @@
 #include "workbench/com_call.h"
 #include "workbench/failure.h"
 #include "workbench/menu_ids.h"
+#include "workbench/screen_scale.h"
 #include "workbench/text.h"
 
 namespace workbench {
@@ -39,16 +40,6 @@ void moveDown(HWND dialog, HWND control, int pixels) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void centre(HWND window, HWND over) {
-    RECT area;
-    RECT around;
-    GetWindowRect(window, &area);
-    GetWindowRect(over, &around);
-    SetWindowPos(window, nullptr, (around.left + around.right - area.right + area.left) / 2,
-                 (around.top + around.bottom - area.bottom + area.top) / 2, 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 } // namespace
 
 OptionsDialog::OptionsDialog(HWND owner, ComPtr<IDispatch> options)
@@ -72,7 +63,7 @@ OptionsDialog::~OptionsDialog() {
 }
 
 void OptionsDialog::show() {
-    centre(window_, owner_);
+    centreOver(window_, owner_);
     EnableWindow(owner_, FALSE);
     ShowWindow(window_, SW_SHOW);
 }

@@ -10,6 +10,8 @@ namespace {
 // {5F2B6B0E-6C3B-4B57-9E0D-3C1B8E9D7A41}
 constexpr IID kRepositoryEvents{0x5f2b6b0e, 0x6c3b, 0x4b57, {0x9e, 0x0d, 0x3c, 0x1b, 0x8e, 0x9d, 0x7a, 0x41}};
 
+constexpr DISPID kObjectModified = 1;
+
 ComPtr<IDispatch> makeEntityType(const EntityType& type) {
     auto object = makeObject<ScriptObject>();
     object->constant(L"ID", type.id);
@@ -62,7 +64,12 @@ ComPtr<IDispatch> makeRepository(const SharedProject& project) {
     });
     repository->member(L"FindObject",
                        [=](const Arguments& arguments) { return findByName(project, arguments); });
-    repository->offerEvents(kRepositoryEvents); // a project folder does not change, so nothing raises them
+    repository->offerEvents(kRepositoryEvents);
+    // A project folder does not change by itself: the workbench says so. A plain pointer, as the object keeps this.
+    repository->member(L"Changed", [self = repository.Get()](const Arguments& arguments) {
+        self->raise(kObjectModified, {arguments.text(0)});
+        return Variant();
+    });
     return repository;
 }
 

@@ -11,7 +11,7 @@ namespace workbench {
 /// which all of them keep alive; a look-up makes a fresh object.
 using SharedProject = std::shared_ptr<const ProjectFolder>;
 
-/// `ERD`, `object`, `FindObject`; source of `ObjectModified`.
+/// `ERD`, `object`, `FindObject`; source of `ObjectModified`, which `Changed(id)`, a member of the workbench's own, raises.
 ComPtr<IDispatch> makeRepository(const SharedProject& project);
 
 /// `ID`, `Name`, `DisplayName`, `EntityType`, `Property`; none for null.

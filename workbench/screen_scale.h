@@ -16,6 +16,17 @@ inline int toPixels(HWND window, double twips) {
     return static_cast<int>(std::lround(twips * GetDpiForWindow(window) / 1440));
 }
 
+/// Moves a window to the middle of another.
+inline void centreOver(HWND window, HWND over) {
+    RECT area;
+    RECT around;
+    GetWindowRect(window, &area);
+    GetWindowRect(over, &around);
+    SetWindowPos(window, nullptr, (around.left + around.right - area.right + area.left) / 2,
+                 (around.top + around.bottom - area.bottom + area.top) / 2, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 inline double toTwips(HWND window, int pixels) { return pixels * 1440.0 / GetDpiForWindow(window); }
 
 } // namespace workbench

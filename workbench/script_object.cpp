@@ -59,10 +59,10 @@ void ScriptObject::property(const wchar_t* name, Member read, Member write) {
 
 void ScriptObject::offerEvents(REFIID events) { events_ = makeObject<ConnectionPoint>(this, events); }
 
-void ScriptObject::raise(DISPID event) {
+void ScriptObject::raise(DISPID event, const std::vector<Variant>& arguments) {
     const ComPtr<ConnectionPoint> events = events_;
     if (events) {
-        events->raise(event);
+        events->raise(event, arguments);
     }
 }
 

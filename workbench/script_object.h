@@ -57,7 +57,7 @@ public:
 
     /// Makes the object a source of events: `events` is the identity of the event interface.
     void offerEvents(REFIID events);
-    void raise(DISPID event);
+    void raise(DISPID event, const std::vector<Variant>& arguments = {});
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;

@@ -15,6 +15,7 @@ namespace {
 
 constexpr const wchar_t* kClassName = L"WorkbenchTool";
 constexpr UINT kDpiChangedAfterParent = 0x02E3;
+constexpr int kRoomPercent = 90;  // of the frame's inside, for a new window
 constexpr int kPanelPercent = 35; // of the window's height, when the log is shown below
 
 void registerClass(WNDPROC procedure) {
@@ -49,8 +50,10 @@ void ToolWindow::create(const Place& place, const std::wstring& title) {
     registerClass(&ToolWindow::windowProcedure);
     client_ = place.client;
     const HINSTANCE instance = GetModuleHandleW(nullptr);
-    const int width = scaled(place.frame, 860);
-    const int height = scaled(place.frame, 520);
+    RECT room;
+    GetClientRect(client_, &room);
+    const int width = MulDiv(room.right, kRoomPercent, 100);
+    const int height = MulDiv(room.bottom, kRoomPercent, 100);
     HWND window = nullptr;
     if (isMdiChild()) {
         window = CreateWindowExW(WS_EX_MDICHILD | WS_EX_CONTROLPARENT, kClassName, title.c_str(),
