@@ -63,6 +63,8 @@ std::wstring SelfCheck::report() const {
 
 void SelfCheck::run() {
     try {
+        checkLists();
+        checkErrors();
         checkToolList();
         checkControls();
         checkPlacement();
@@ -209,6 +211,8 @@ void SelfCheck::checkState() {
     call(workspace, L"SetMainWindowCursor", {13});
     expect(call(workspace, L"SetMainWindowCursor", {0}).integer() == 13,
            L"SetMainWindowCursor answers the cursor before");
+    expect(call(workspace, L"GetHelpFile", {L"Calvetta.hlp"}).text().ends_with(L"\\Calvetta.hlp"),
+           L"GetHelpFile answers a path");
 }
 
 void SelfCheck::checkKinds() {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "workbench/application.h"
+#include "workbench/log_list.h"
 
 namespace workbench {
 
@@ -32,6 +35,20 @@ private:
     void checkState();
     void checkKinds();
     void checkClosing();
+    // self_check_lists.cpp: two lists of one log, and its menu
+    using Step = std::function<void(const wchar_t* what, const std::function<void()>& act)>;
+    void checkLists();
+    void checkEntries(const LogList& list, const Step& step);
+    void checkThatDifferencesShow(IDispatch* view, IDispatch* other);
+    void reportAll();
+    void clickHeader(const LogList& list, long column);
+    std::wstring withMenu(const std::vector<BYTE>& keys);
+    void expectMenu(const std::wstring& expected, const std::wstring& what);
+    // self_check_errors.cpp: errors files
+    void checkErrors();
+    void checkErrorsWindow(const LogList& list);
+    void checkLinesDialog(const LogList& list);
+    void choose(WORD id);
     // self_check_input.cpp: what the user does
     void checkTabs();
     void checkWindowKeys();

@@ -4,19 +4,13 @@
 
 #include "workbench/com_call.h"
 #include "workbench/failure.h"
+#include "workbench/keyboard.h"
 #include "workbench/menu_ids.h"
 #include "workbench/options_document.h"
 
 namespace workbench {
 
 namespace {
-
-void hold(BYTE key, bool down) {
-    BYTE keys[256];
-    GetKeyboardState(keys);
-    keys[key] = down ? 0x80 : 0;
-    SetKeyboardState(keys);
-}
 
 std::wstring keepsRows(IDispatch* options) {
     const Variant node = call(options, L"selectSingleNode", {L"//BOOL[@ID='LogKeepInSession']"});
@@ -25,18 +19,7 @@ std::wstring keepsRows(IDispatch* options) {
 
 } // namespace
 
-/// Presses a key where the focus is, and lets the program handle it.
-void SelfCheck::press(BYTE key, BYTE modifier) {
-    const HWND focus = GetFocus();
-    if (modifier) {
-        hold(modifier, true);
-    }
-    PostMessageW(focus, WM_KEYDOWN, key, 1);
-    frame().pump();
-    if (modifier) {
-        hold(modifier, false);
-    }
-}
+void SelfCheck::press(BYTE key, BYTE modifier) { pressKey(frame(), key, modifier); }
 
 void SelfCheck::checkTabs() {
     const ToolWindow& tool = *tools().active();
@@ -130,7 +113,6 @@ void SelfCheck::checkPlaces() {
 }
 
 void SelfCheck::checkMenu() {
-    const auto choose = [&](WORD id) { SendMessageW(frame().handle(), WM_COMMAND, id, 0); };
     choose(IDM_LOG_VISIBLE);
     expect(!get(application_.log(), L"Visible").boolean(), L"the menu hides the log");
     choose(IDM_LOG_VISIBLE);
