@@ -10,6 +10,8 @@ CommandLine readCommandLine(int count, wchar_t** words) {
         CommandLine::Mode mode;
     } kModes[] = {{L"/auto", CommandLine::kAuto},
                   {L"/pictures", CommandLine::kPictures},
+                  {L"/tour", CommandLine::kTour},
+                  {L"/glance", CommandLine::kGlance},
                   {L"/check", CommandLine::kCheck}};
     CommandLine line;
     int next = 1;

@@ -10,6 +10,8 @@ struct CommandLine {
         kInteractive, // somebody is there
         kAuto,        // one picture: the replayed session
         kPictures,    // a picture of each place that the log can have, and of the options dialog
+        kTour,        // pictures of everything else
+        kGlance,      // a few of these
         kCheck        // the host tries its own members
     };
 

@@ -4,11 +4,13 @@
 //     workbench.exe PROJECT_DIR
 //     workbench.exe /auto READYFILE PROJECT_DIR
 //     workbench.exe /pictures READYFILE PROJECT_DIR
+//     workbench.exe /tour READYFILE PROJECT_DIR
+//     workbench.exe /glance READYFILE PROJECT_DIR
 //     workbench.exe /check REPORTFILE PROJECT_DIR
 //
 // With an option nobody is there: problems go to the error output. With /auto the program ends when READYFILE,
-// which it writes once everything is on the screen, has been removed; with /pictures it goes on to the next picture
-// then. With /check it tries its own members and says in REPORTFILE what came of it. Exit codes: 0 done, 1 failed,
+// which it writes once everything is on the screen, has been removed; with /pictures, /tour and /glance it goes on to the
+// next picture then. With /check it tries its own members and says in REPORTFILE what came of it. Exit codes: 0 done, 1 failed,
 // 2 bad arguments or project folder.
 
 #include <windows.h>
@@ -62,6 +64,10 @@ void showPictures(Application& application, const CommandLine& line) {
     showcase.show(summary);
     if (line.mode == CommandLine::kPictures) {
         showcase.showPlaces();
+    } else if (line.mode == CommandLine::kTour) {
+        showcase.showEverything();
+    } else if (line.mode == CommandLine::kGlance) {
+        showcase.showSome();
     }
     writeLine(STD_OUTPUT_HANDLE, summary);
 }
@@ -98,8 +104,8 @@ void work(const CommandLine& line, SharedProject project) {
 
 int run(const CommandLine& line) {
     if (!line.valid) {
-        complain(line, L"Usage: workbench.exe [/auto READYFILE | /pictures READYFILE | /check REPORTFILE] "
-                       L"PROJECT_DIR");
+        complain(line, L"Usage: workbench.exe [/auto | /pictures | /tour | /glance READYFILE] "
+                       L"[/check REPORTFILE] PROJECT_DIR");
         return kUnusable;
     }
     SharedProject project;

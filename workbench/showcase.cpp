@@ -16,23 +16,30 @@ bool exists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) 
 
 } // namespace
 
-void Showcase::show(const std::wstring& line) {
+void Showcase::paint() {
     FrameWindow& frame = application_.frame();
     frame.pump();
     RedrawWindow(frame.handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
     const ULONGLONG painted = GetTickCount64();
     frame.runUntil([&] { return GetTickCount64() - painted >= kSettleMilliseconds; });
+}
 
+void Showcase::show(const std::wstring& line) {
+    paint();
     writeFile(readyFile_, line);
-    frame.runUntil([&] { return !exists(readyFile_); });
+    application_.frame().runUntil([&] { return !exists(readyFile_); });
+}
+
+void Showcase::attempt(const wchar_t* what, const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Failure& failure) {
+        writeLine(STD_ERROR_HANDLE, std::wstring(L"No picture of ") + what + L": " + failure.message());
+    }
 }
 
 void Showcase::showPlaces() {
-    try {
-        showBothPlaces();
-    } catch (const Failure& failure) {
-        writeLine(STD_ERROR_HANDLE, L"No pictures of the log's places: " + failure.message());
-    }
+    attempt(L"the log's places", [&] { showBothPlaces(); });
     application_.showOptions();
     show(L"options");
     application_.closeOptions();

@@ -4,13 +4,13 @@ export WINEPREFIX=$root/build/wine WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;msh
 
 has_wine32() { [ -e /usr/lib/wine/wine ] || [ -e /usr/lib/i386-linux-gnu/wine ]; }
 
-# A display: the user's own, unless `own` is asked for, else a virtual one that ends with this script.
+# display_start [own [SIZE]]: the user's own, unless `own` is asked for, else a virtual one that ends with this script.
 display_start() {
     [ "${1:-}" != own ] && [ -n "${DISPLAY:-}" ] && return 0
     local number_file=$root/build/display pid
     mkdir -p build/log
     rm -f "$number_file"
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number_file" >build/log/xvfb.log 2>&1 </dev/null &
+    Xvfb -displayfd 3 -screen 0 "${2:-1280x1024}x24" -nolisten tcp 3>"$number_file" >build/log/xvfb.log 2>&1 </dev/null &
     pid=$!
     at_end kill "$pid"
     for _ in $(seq 100); do

@@ -4,8 +4,10 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <vector>
 
 namespace cvlog::tests {
 namespace {
@@ -32,7 +34,9 @@ protected:
             session += "Add\tcheck\t" + std::to_string(i % 3) + "\tO1\tmessage " + std::to_string(i) + "\t\n";
         file("session.tsv", session + "SeriesFinish\t1\n");
         file("options.xml", "<OPTIONS><BOOL ID=\"LogKeepInSession\" VALUE=\"true\"/>"
-                            "<BOOL ID=\"LogDocked\" VALUE=\"true\"/></OPTIONS>");
+                            "<BOOL ID=\"LogDocked\" VALUE=\"true\"/><GROUP ID=\"Editor\">"
+                            "<GROUP NAME=\"ErrorsList\"><BOOL NAME=\"Errors\" VALUE=\"true\"/>"
+                            "<BOOL NAME=\"Information\" VALUE=\"false\"/></GROUP></GROUP></OPTIONS>");
     }
 
     void file(const char* name, const std::string& content) {
@@ -76,6 +80,31 @@ protected:
         return end(process);
     }
 
+    static std::string contentOf(const fs::path& path) {
+        std::ifstream in(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
+
+    /// Runs it in a mode that shows one thing after another; answers what it showed after the replayed session.
+    std::vector<std::string> pictures(const wchar_t* mode) {
+        const fs::path ready = folder_ / "ready.txt";
+        const PROCESS_INFORMATION process =
+            start(mode + (L" \"" + ready.wstring()) + L"\" \"" + folder_.wstring() + L"\"");
+        std::vector<std::string> shown;
+        while (WaitForSingleObject(process.hProcess, 20) == WAIT_TIMEOUT) {
+            std::string line;
+            std::ifstream in(ready);
+            std::getline(in, line);
+            in.close();
+            std::error_code failed;
+            if (!line.empty() && fs::remove(ready, failed)) shown.push_back(line);
+        }
+        EXPECT_EQ(end(process), 0U);
+        EXPECT_FALSE(shown.empty());
+        if (!shown.empty()) shown.erase(shown.begin());
+        return shown;
+    }
+
     int recordsByStockTools() {
         sqlite3* database = nullptr;
         sqlite3_stmt* statement = nullptr;
@@ -115,18 +144,68 @@ TEST_F(Workbench, RefusesAFolderThatIsNoProject) {
     EXPECT_EQ(line_, "");
 }
 
-// The workbench calls its own members as the log calls them, and compares with what its windows show.
-TEST_F(Workbench, OffersWindowsAndControlsAsTheLogNeedsThem) {
+// The workbench calls its own members as the log calls them, and compares with what its windows show. It holds two
+// controls against each other, opens the log's menu, and follows errors files.
+TEST_F(Workbench, HoldsWhatItAndTheLogPromise) {
     const fs::path report = folder_ / "report.txt";
     const DWORD code = end(start(L"/check \"" + report.wstring() + L"\" \"" + folder_.wstring() + L"\""));
-    std::ifstream in(report);
-    const std::string lines((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    const std::string lines = contentOf(report);
     EXPECT_EQ(code, 0U) << lines;
     int held = 0;
     int made = 0;
     ASSERT_EQ(std::sscanf(lines.c_str(), "%d of %d checks hold", &held, &made), 2) << lines;
     EXPECT_EQ(held, made);
-    EXPECT_GT(made, 60); // it has not ended half way
+    EXPECT_GT(made, 150); // it has not ended half way
+    const std::string written = contentOf(folder_ / "generated-5.errors");
+    EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 5) << "as many lines as were asked for";
+    EXPECT_FALSE(fs::exists(folder_ / "generated-8.errors")) << "it went with the change of its object";
+}
+
+TEST_F(Workbench, ShowsEverythingThatTheLogOpensOrChanges) {
+    const std::vector<std::string> expected = {"menu-entry",
+                                               "menu-no-selection",
+                                               "menu-columns",
+                                               "menu-entry-with-errors",
+                                               "open-entry",
+                                               "menu-open-entry",
+                                               "menu-message",
+                                               "errors-of-entry",
+                                               "errors",
+                                               "errors-question",
+                                               "strip-1",
+                                               "strip-2",
+                                               "strip-3",
+                                               "strip-4",
+                                               "strip-5",
+                                               "hidden-records",
+                                               "menu-floating",
+                                               "menu-without-parent",
+                                               "sorted",
+                                               "sorted-down",
+                                               "hidden-columns",
+                                               "history",
+                                               "history-menu",
+                                               "history-empty",
+                                               "history-empty-menu",
+                                               "menu-empty-log"};
+    EXPECT_EQ(pictures(L"/tour"), expected);
+    EXPECT_NE(contentOf(folder_ / "Output" / "Log.html").find("</html>"), std::string::npos);
+}
+
+// The keys that choose in a menu are those of its language.
+using JapaneseWorkbench = Workbench;
+using KoreanWorkbench = Workbench;
+const std::vector<std::string> kGlance = {"menu",    "errors",  "strip-1", "strip-2",     "strip-3",
+                                          "strip-4", "strip-5", "history", "history-menu"};
+
+TEST_F(JapaneseWorkbench, ShowsTheSame) {
+    ASSERT_EQ(PRIMARYLANGID(GetUserDefaultUILanguage()), LANG_JAPANESE);
+    EXPECT_EQ(pictures(L"/glance"), kGlance);
+}
+
+TEST_F(KoreanWorkbench, ShowsTheSame) {
+    ASSERT_EQ(PRIMARYLANGID(GetUserDefaultUILanguage()), LANG_KOREAN);
+    EXPECT_EQ(pictures(L"/glance"), kGlance);
 }
 
 } // namespace
