@@ -26,6 +26,8 @@ public:
     ToolWindows& tools() { return tools_; }
     IDispatch* log() const { return log_.Get(); }
     IDispatch* workspace() const { return workspace_.Get(); }
+    /// The path of a file in the project's folder.
+    std::wstring projectFile(const wchar_t* name) const { return project_->file(name); }
     ErrorsMenu& errors() { return *errorsMenu_; }
     IDispatch* options() const { return options_.Get(); }
 

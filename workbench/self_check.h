@@ -48,6 +48,7 @@ private:
     void checkErrors();
     void checkErrorsWindow(const LogList& list);
     void checkLinesDialog(const LogList& list);
+    void checkOddLines(const LogList& list);
     void choose(WORD id);
     // self_check_input.cpp: what the user does
     void checkTabs();

@@ -2,7 +2,8 @@
 
 #include "workbench/self_check.h"
 
-#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 
 #include "workbench/com_call.h"
 #include "workbench/failure.h"
@@ -15,6 +16,24 @@ namespace workbench {
 namespace {
 
 constexpr long kLines = 8;
+
+// Lines that are hard to take apart, and codes that are hidden by one of their letters.
+constexpr const char* kOddLines =
+    "a plain message\r\n"
+    "\r\n"
+    "   \r\n"
+    "  plain with \"quotes\" and\ttab  \n"
+    "\"Source\" \"a.c\" \"1\" \"2\" \"Error\" \"E1\" File \"not\" found\r\n"
+    "\"Source\" \"a.c\" \"1\" \"2\" \"error\" \"E1\"\"tail\" joined\r\n"
+    "\"Source\"\t\"a.c\"\t\"1\"\t\"2\"\t\"Warning\"\t\"W1\"\t\tparted  by tabs\r\n"
+    "\"Source\" \"a.c\" \"1\" \"2\" \"Note\" \"i1\" hidden by its first letter\r\n"
+    "\"Source\" \"a.c\" \"1\" \"2\" \"Note\" \"W2I\" hidden by its last letter\r\n"
+    "\"Source\" \"a.c\" \"1\" \"2\" \"Note\" \"WI3\" hidden by the letter before\r\n"
+    "\"Source\" \"a.c\" \"1\" \"2\" \"Note\" \"WI34\" not hidden\r\n"
+    "\"Source\" \"a.c\" \"1\" \"2\" \"Error\" \"E1\" \"in quotes\"\r\n"
+    "\"never closed\r\n"
+    "\"too\" few fields\r\n"
+    "\"Source\" \"a.c\" \"1\" \"2\" \"Error\" \"\" without an end of line";
 
 bool exists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
@@ -66,8 +85,27 @@ void SelfCheck::checkErrors() {
     choose(IDM_ERRORS_SHOW);
     expect(!application_.errors().window()->visible(), L"there are no errors to show any more");
     checkLinesDialog(list);
+    checkOddLines(list);
     SetFocus(list.window());
     withMenu({'A'});
+}
+
+/// The number that the log gives a message is its place in the window, whatever the lines look like.
+void SelfCheck::checkOddLines(const LogList& list) {
+    SetFocus(list.window());
+    withMenu({'A'});
+    const std::wstring object = tools().active()->panel().chosenObject();
+    const std::wstring path = application_.projectFile(L"odd.errors");
+    std::ofstream(std::filesystem::path(path), std::ios::binary) << kOddLines;
+    call(application_.log(), L"Add", {L"verify", 2, object, L"odd lines", L"odd.errors"});
+    list.select(1);
+    typeKey(frame(), VK_RETURN);
+    const std::vector<std::wstring> messages = messagesIn(list);
+    expect(messages.size() >= 9, L"the log shows odd lines");
+    expect(messagesIn(*application_.errors().window()) == messages,
+           L"odd lines are read as the log reads them");
+    application_.errors().window()->close();
+    DeleteFileW(path.c_str());
 }
 
 void SelfCheck::checkErrorsWindow(const LogList& list) {

@@ -49,11 +49,11 @@ private:
     void showOpenEntry(const LogList& list);
     void showErrors(const LogList& list, long entry);
     void showColumns(const LogList& list);
-    void showStrip(const LogList& list);
+    void showStrip(const LogList& list, int frames);
     void showHiddenRecords(const LogList& list);
     void inHistory(std::vector<Scene> scenes);
     bool historyIsThere();
-    void showHistory(const wchar_t* picture, const wchar_t* menuPicture);
+    void showHistory();
     void showEmptyHistory();
     void showEmptyLog();
     void showFloatingMenus();

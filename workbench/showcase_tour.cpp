@@ -61,6 +61,25 @@ void putMouseOver(HWND list, int row) {
     SetCursorPos(place.x, place.y);
 }
 
+/// Scrolls the history to the line before the current session, with what surrounds it.
+void showSessionStart() {
+    constexpr int kAround = 8;
+    const HWND list = GetFocus();
+    const int rows = ListView_GetItemCount(list);
+    for (int row = 0; row < rows; ++row) {
+        wchar_t text[8] = L"";
+        LVITEMW item{};
+        item.pszText = text;
+        item.cchTextMax = static_cast<int>(std::size(text));
+        SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+        if (text[0] == L'-') {
+            ListView_EnsureVisible(list, std::max(row - kAround, 0), FALSE);
+            ListView_EnsureVisible(list, std::min(row + kAround, rows - 1), FALSE);
+            return;
+        }
+    }
+}
+
 /// From inside the history's loop; the key is let go of when the menu is there.
 void openHistoryMenu() {
     const HWND list = GetFocus();
@@ -206,7 +225,7 @@ void Showcase::showColumns(const LogList& list) {
 
 /// The strip turns its picture every twenty messages. The log asks for the wording of each code, and is kept waiting
 /// for the answer whenever there is another picture to see.
-void Showcase::showStrip(const LogList& list) {
+void Showcase::showStrip(const LogList& list, int frames) {
     const long entry = reportErrors(list, 400);
     list.select(entry);
     int asked = 0;
@@ -214,7 +233,7 @@ void Showcase::showStrip(const LogList& list) {
         ++asked;
         const int frameNumber = (asked - kFirstFrameAt) / kMessagesAFrame + 1;
         const bool isNew = asked >= kFirstFrameAt && (asked - kFirstFrameAt) % kMessagesAFrame == 0;
-        if (isNew && frameNumber <= kFrames) {
+        if (isNew && frameNumber <= frames) {
             show(L"strip-" + std::to_wstring(frameNumber));
         }
     };
@@ -257,10 +276,11 @@ void Showcase::inHistory(std::vector<Scene> scenes) {
 /// The history is modal over the frame.
 bool Showcase::historyIsThere() { return !IsWindowEnabled(frame().handle()) && menuIsClosed(); }
 
-void Showcase::showHistory(const wchar_t* picture, const wchar_t* menuPicture) {
+void Showcase::showHistory() {
     const auto isThere = [&] { return historyIsThere(); };
-    inHistory({{picture, isThere, &openHistoryMenu},
-               {menuPicture, menuIsOpen,
+    inHistory({{L"history", isThere, &showSessionStart},
+               {L"history-session", isThere, &openHistoryMenu},
+               {L"history-menu", menuIsOpen,
                 [] {
                     holdKey(VK_SHIFT, false);
                     postKey(VK_ESCAPE);
@@ -324,7 +344,7 @@ void Showcase::showEverything() {
     chooseObject();
     attempt(L"the menus", [&] { showMenus(dockedList()); });
     attempt(L"an open entry", [&] { showOpenEntry(dockedList()); });
-    attempt(L"the strip", [&] { showStrip(dockedList()); });
+    attempt(L"the strip", [&] { showStrip(dockedList(), kFrames); });
     attempt(L"hidden records", [&] { showHiddenRecords(dockedList()); });
     attempt(L"the floating log's menus", [&] { showFloatingMenus(); });
     attempt(L"the columns", [&] { showColumns(dockedList()); });
@@ -334,7 +354,7 @@ void Showcase::showEverything() {
     });
     attempt(L"the history", [&] {
         dockedList();
-        showHistory(L"history", L"history-menu");
+        showHistory();
     });
     attempt(L"the empty history", [&] {
         dockedList();
@@ -358,10 +378,10 @@ void Showcase::showSome() {
         show(L"errors");
         application_.errors().window()->close();
     });
-    attempt(L"the strip", [&] { showStrip(dockedList()); });
+    attempt(L"the strip", [&] { showStrip(dockedList(), 1); });
     attempt(L"the history", [&] {
         dockedList();
-        showHistory(L"history", L"history-menu");
+        showHistory();
     });
     put(application_.log(), L"Docked", docked);
 }

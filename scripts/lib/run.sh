@@ -56,11 +56,14 @@ picture_resolution() {
     local before=$DISPLAY
     step "Starting the workbench at $2 dots an inch"
     display_start own 2560x2048 || fail "No display to show the workbench on"
+    at_end resolution 96 # whatever happens: tests use the same prefix
     resolution "$2"
+    wine_restart
     copy_project
     picture_session /glance "$root/build/run/tour" "$1-$2dpi"
     resolution 96
     DISPLAY=$before
+    wine_restart
 }
 
 picture_language() {
@@ -131,19 +134,19 @@ workbench_managed() {
 # wait_for_file FILE PID SECONDS: until the file has content; false when the process ends first or time is up.
 wait_for_file() {
     local _
-    for _ in $(seq $(($3 * 10))); do
+    for _ in $(seq $(($3 * 20))); do
         [ -s "$1" ] && return 0
         kill -0 "$2" 2>/dev/null || return 1
-        sleep 0.1
+        sleep 0.05
     done
     return 1
 }
 
 wait_for_end() {
     local _
-    for _ in $(seq $(($2 * 10))); do
+    for _ in $(seq $(($2 * 20))); do
         kill -0 "$1" 2>/dev/null || return 0
-        sleep 0.1
+        sleep 0.05
     done
     return 1
 }

@@ -47,6 +47,13 @@ wine_stop() {
     wineserver -k >/dev/null 2>&1 || true
 }
 
+# A new desktop, on the display that is in force now.
+wine_restart() {
+    wine_stop
+    wineserver -w
+    wineserver -p </dev/null >/dev/null 2>&1 || true
+}
+
 wine_settings() {
     local fonts
     wine_setting 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ N

@@ -49,6 +49,7 @@ th { position: sticky; top: 0; padding: .45rem .7rem; text-align: left; font-wei
   border-bottom: 2px solid var(--line); white-space: nowrap; }
 td { padding: .35rem .7rem; vertical-align: top; border-bottom: 1px solid var(--line); overflow-wrap: break-word; white-space: pre-wrap; }
 td:last-child { overflow-wrap: anywhere; }
+td:nth-child(2):not(:last-child) { white-space: nowrap; }
 td.outcome { white-space: nowrap; color: var(--tone); font-weight: 600; }
 td.outcome::before { content: ""; display: inline-block; width: .6em; height: .6em; margin-right: .5em; border-radius: 50%;
   background: var(--tone); }
