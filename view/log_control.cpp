@@ -138,8 +138,11 @@ void LogControl::markChanged(std::int32_t property) {
 void LogControl::passFocus(bool got, std::u16string_view event) noexcept {
     // A handler may destroy this control: what comes after it is copied first.
     const std::shared_ptr<core::CVLog> log = globals_.store.CurrentLog;
+    // Nobody was told that the focus went while an entry was opened; so it is no news that it is back.
+    const bool isNews = !got || !focused_;
+    if (!globals_.ExpansionBusy) focused_ = got;
     if (const auto handler = focusChanged) base::ignoring([&] { handler(got); });
-    if (log) base::ignoring([&] { log->FireEvent(event); });
+    if (log && isNews) base::ignoring([&] { log->FireEvent(event); });
 }
 
 void LogControl::gotFocus() { passFocus(true, u"GotFocus"); }

@@ -87,6 +87,7 @@ private:
     automation::ObjectRef controls_;
     bool designMode_ = false;
     bool unsaved_ = false;
+    bool focused_ = false; // as far as the log's host was told
 };
 
 } // namespace cvlog::view

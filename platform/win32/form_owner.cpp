@@ -30,4 +30,12 @@ void setOwner(HWND window, HWND owner) {
     if (GetWindow(window, GW_OWNER) != owner) throw std::runtime_error("that window owns nothing");
 }
 
+void activateFrozenOwner(HWND window) noexcept {
+    const HWND owner = window ? GetWindow(window, GW_OWNER) : nullptr;
+    if (!owner || GetActiveWindow() != window || !IsWindowVisible(owner) || IsWindowEnabled(owner)) return;
+    EnableWindow(owner, TRUE); // only a window that takes input can be activated
+    SetActiveWindow(owner);
+    EnableWindow(owner, FALSE);
+}
+
 } // namespace cvlog::platform::win32

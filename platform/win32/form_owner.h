@@ -14,4 +14,8 @@ HWND ownerWindow(std::int32_t handle);
 /// when the system refuses.
 void setOwner(HWND window, HWND owner);
 
+/// Before an active window goes: makes its owner the active one though that takes no input. The system would bring
+/// some other window to the front instead, another program's perhaps.
+void activateFrozenOwner(HWND window) noexcept;
+
 } // namespace cvlog::platform::win32

@@ -59,7 +59,10 @@ FormWindow::FormWindow(widgets::Form& model, HostWindow& host)
 
 FormWindow::~FormWindow() {
     frame_->setEvents(nullptr);
-    if (run_) run_->end();
+    if (run_)
+        run_->end();
+    else
+        activateFrozenOwner(window());
     if (window()) {
         SendMessageW(window(), WM_SETICON, ICON_SMALL, 0);
         SendMessageW(window(), WM_SETICON, ICON_BIG, 0);

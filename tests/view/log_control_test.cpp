@@ -195,6 +195,21 @@ TEST_F(LogControlTest, MayBeTheParentOfTheLogToTheEnd) {
     EXPECT_EQ(other.globals.LogViews.count(), 1) << "the log holds it; it leaves the lists as all goes";
 }
 
+TEST_F(LogControlTest, SaysNothingOfAFocusThatCameBackWhenNobodyWasToldThatItWent) {
+    const auto sink = std::make_shared<tests::RecordingSink>();
+    world.log->events().advise(sink);
+    auto& peer = peerOf(world.addControl());
+    peer.userEnters();
+    world.globals.ExpansionBusy = true;
+    peer.userLeaves(); // to the strip
+    world.globals.ExpansionBusy = false;
+    peer.userEnters();
+    EXPECT_EQ(sink->ids, std::vector<std::int32_t>{2});
+    peer.userLeaves();
+    peer.userEnters();
+    EXPECT_EQ(sink->ids, (std::vector<std::int32_t>{2, 3, 2}));
+}
+
 TEST_F(LogControlTest, SurvivesAHandlerThatDestroysIt) {
     const auto sink = std::make_shared<tests::RecordingSink>();
     world.log->events().advise(sink);
