@@ -119,6 +119,16 @@ struct TextOf {
 
 } // namespace
 
+std::u16string& Value::makeText() {
+    if (auto* text = std::get_if<std::u16string>(&storage_)) return *text;
+    return storage_.emplace<std::u16string>();
+}
+
+bool Value::isNothing() const noexcept {
+    if (const auto* object = std::get_if<ObjectRef>(&storage_)) return *object == nullptr;
+    return is<Empty>() || is<Null>();
+}
+
 std::int16_t toInt16(const Value& value) { return static_cast<std::int16_t>(toWhole<std::int16_t>(value)); }
 
 std::int32_t toInt32(const Value& value) {

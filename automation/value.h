@@ -64,16 +64,10 @@ public:
     }
 
     /// Makes it a text, to be written by the caller. The memory of a text that is there is used again.
-    std::u16string& makeText() {
-        auto* text = std::get_if<std::u16string>(&storage_);
-        return text ? *text : storage_.emplace<std::u16string>();
-    }
+    std::u16string& makeText();
 
     /// Empty, Null or an object reference to nothing: the answer of a look-up that found nothing.
-    bool isNothing() const noexcept {
-        const auto* object = std::get_if<ObjectRef>(&storage_);
-        return object ? *object == nullptr : is<Empty>() || is<Null>();
-    }
+    bool isNothing() const noexcept;
 
     friend bool operator==(const Value&, const Value&) = default;
 

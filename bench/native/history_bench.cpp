@@ -124,6 +124,16 @@ std::vector<Figure> measureOpening() {
              growth.peer * 1e9, 1.3}};
 }
 
+// No message runs while a history loads, so that this is how long input waits.
+std::vector<Figure> measureWaiting() {
+    constexpr int kUsual = 100'000;
+    const DiskFolder folder;
+    HistoryLog log(makeFile(folder, kUsual));
+    const Pair pair = medians(
+        11, [&] { return secondsToOpen(log, kUsual); }, [] { return 0.1; });
+    return {{"history.opening_100k_records", pair.value * 1e3, "ms", pair.peer * 1e3, 1}};
+}
+
 // Both what operator new gave and what the database library took, beside the characters of the shown and kept texts.
 std::vector<Figure> measureMemory() {
     const DiskFolder folder;
@@ -205,6 +215,7 @@ std::vector<Figure> measureClear() {
 }
 
 const Registration opening("history.opening", measureOpening);
+const Registration waiting("history.opening_100k_records", measureWaiting);
 const Registration memory("history.peak_memory", measureMemory);
 const Registration deletion("history.delete", measureDeletion);
 const Registration clearing("history.clear", measureClear);
