@@ -169,8 +169,8 @@ TEST_F(HistoryFileFaults, ADeletionThatFailsAtAnyWriteTakesARecordWhollyOrNotAtA
             bool failed = false;
             inHistory([&](FrmLogHistory& window) {
                 disk.watch([&](DiskAction, int number) {
-                    return failed = failed || number == failing,
-                           number == failing || (forGood && number > failing);
+                    failed = failed || number == failing;
+                    return number == failing || (forGood && number > failing);
                 });
                 base::ignoring([&] { removeRows(window, {1, 2, 4}); });
                 disk.watch(nullptr);
