@@ -1,53 +1,25 @@
 #include "bench/native/store_log.h"
 
-#include "automation/error.h"
+#include "bench/fixed_object.h"
 #include "base/failure.h"
 #include "base/text.h"
 #include "store/sqlite_engine.h"
-
-#include <span>
-#include <vector>
 
 namespace cvlog::bench {
 
 namespace {
 
-using automation::Value;
-
-/// Answers each member with a value, whatever the arguments.
-class FixedObject final : public automation::Object {
-public:
-    using Members = std::vector<std::pair<std::u16string_view, Value>>;
-
-    explicit FixedObject(Members members) : members_(std::move(members)) {}
-
-    Value call(std::u16string_view member, std::span<Value>) override { return get(member); }
-    Value get(std::u16string_view member) override {
-        for (const auto& [name, value] : members_)
-            if (name == member) return value;
-        throw automation::AutomationError(automation::code::kUnknownName, u"Unknown name");
-    }
-    void put(std::u16string_view, const Value&) override {}
-
-private:
-    Members members_;
-};
-
-automation::ObjectRef object(FixedObject::Members members) {
-    return std::make_shared<FixedObject>(std::move(members));
-}
-
 automation::ObjectRef makeWorkspace() {
-    const auto composite = object({{u"Value", 6}});
-    const auto erd = object({{u"EntityFlags", composite}});
-    const auto repository = object({{u"ERD", erd}});
-    return object({{u"Repository", repository}, {u"TranslateReturnCode", u"Errors found"}});
+    const auto composite = fixedObject({{u"Value", 6}});
+    const auto erd = fixedObject({{u"EntityFlags", composite}});
+    const auto repository = fixedObject({{u"ERD", erd}});
+    return fixedObject({{u"Repository", repository}, {u"TranslateReturnCode", u"Errors found"}});
 }
 
 store::Record makeRecord() {
     const auto type =
-        object({{u"ID", 1}, {u"DisplayName", u"Program"}, {u"KeyName", base::fromUtf8(kWrittenType)}});
-    const auto program = object({{u"DisplayName", u"Payroll program"},
+        fixedObject({{u"ID", 1}, {u"DisplayName", u"Program"}, {u"KeyName", base::fromUtf8(kWrittenType)}});
+    const auto program = fixedObject({{u"DisplayName", u"Payroll program"},
                                  {u"Property", base::fromUtf8(kWrittenObject)},
                                  {u"EntityType", type}});
     return {base::fromUtf8(kWrittenMethod), kWrittenCode, hostapi::RepositoryObject(program),
