@@ -33,8 +33,7 @@ private:
 automation::ObjectRef makeTypes() {
     Finder::Things types;
     for (const std::u16string_view name : {u"Header", u"Source"})
-        types.emplace(name,
-                      fixedObject({{u"DisplayName", std::u16string(name)}, {u"KeyName", u"Program"}}));
+        types.emplace(name, fixedObject({{u"DisplayName", std::u16string(name)}, {u"KeyName", u"Program"}}));
     return std::make_shared<Finder>(std::move(types), 0);
 }
 

@@ -9,9 +9,15 @@ namespace cvlog::details {
 
 namespace {
 
+using widgets::CellField;
+
 constexpr int kHiddenRecords = 512;
 
-enum CellIndex : std::size_t { ObjID, Num, Type, Name, Result, Message };
+// Cells count from 1.
+enum CellIndex : int { ObjID = 1, Num, Type, Name, Result, Message };
+
+// More would cost more than they save: a file whose lines have nothing in common.
+constexpr std::size_t kMostModels = 4096;
 
 constexpr char foldAscii(char byte) noexcept {
     return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 0x20) : byte;
@@ -22,26 +28,37 @@ bool isWord(std::string_view text, std::string_view capitals) noexcept {
 }
 
 bool isAscii(std::string_view bytes) noexcept {
-    return std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+    unsigned char all = 0;
+    for (const char byte : bytes) all |= static_cast<unsigned char>(byte);
+    return all < 0x80;
+}
+
+widgets::RowKeys childKeys() {
+    auto keys = std::make_shared<std::vector<std::u16string>>();
+    for (const std::u16string_view key : kChildCellKeys) keys->emplace_back(key);
+    return keys;
+}
+
+widgets::RowPtr emptyChild() {
+    const widgets::RowKeys keys = childKeys();
+    widgets::Row row;
+    row.tag = core::kChildRowTag;
+    for (const std::u16string& key : *keys) row.cells.push_back({key, {}, {}, {}, {}});
+    return widgets::makeRow(row, keys);
 }
 
 } // namespace
 
-ErrorRows::ErrorRows(core::Globals& globals, ExpandedEntry entry)
-    : globals_(globals), entry_(std::move(entry)) {
-    row_.tag = core::kChildRowTag;
-    auto keys = std::make_shared<std::vector<std::u16string>>();
-    for (const std::u16string_view key : kChildCellKeys) {
-        keys->emplace_back(key);
-        row_.cells.push_back({std::u16string(key), {}, {}, {}, {}});
-    }
-    keys_ = std::move(keys);
+ErrorRows::ErrorRows(core::Globals& globals, ExpandedEntry entry) : globals_(globals), common_(emptyChild()) {
+    common_ = common_->withCell(ObjID, CellField::Tag, entry.tag);
+    common_ = common_->withCell(Message, CellField::Tag, entry.path);
 }
 
 void ErrorRows::decode(std::string_view bytes, std::u16string& text) const {
-    if (!isAscii(bytes)) return globals_.platform.codePage.decode(bytes, text);
-    text.resize(bytes.size());
-    std::ranges::transform(bytes, text.begin(), [](char byte) { return static_cast<char16_t>(byte); });
+    if (isAscii(bytes))
+        text.assign(bytes.begin(), bytes.end());
+    else
+        globals_.platform.codePage.decode(bytes, text);
 }
 
 std::u16string ErrorRows::decoded(std::string_view bytes) const {
@@ -58,18 +75,34 @@ bool ErrorRows::isHidden(std::string_view code) {
            (code_.size() > 1 && filter.hides(code_[code_.size() - 2]));
 }
 
-void ErrorRows::empty() {
-    for (widgets::Cell& cell : row_.cells) {
-        cell.text.clear();
-        cell.tag.clear();
-        cell.icon.clear();
-    }
-}
-
 widgets::RowPtr ErrorRows::FillErrorRow(std::span<char> line, int n) {
     const ErrorLine parts = ParseErrorLine(line);
     if (isHidden(parts.code)) return {};
+    const widgets::RowPtr& model = modelOf(parts);
+    decode(parts.message, message_);
+    const std::u16string number = base::decimal(n);
+    const widgets::OwnText own[] = {{Num, CellField::Tag, number}, {Message, CellField::Text, message_}};
+    return widgets::makeRowLike(model, own);
+}
 
+const widgets::RowPtr& ErrorRows::modelOf(const ErrorLine& parts) {
+    const Severity severity = isWord(parts.severity, "WARNING") ? Severity::Warning
+                              : isWord(parts.severity, "ERROR") ? Severity::Error
+                                                                : Severity::Other;
+    key_.assign(1, static_cast<char>(severity));
+    key_.append(parts.code).append(1, '\n').append(parts.typeName).append(1, '\n').append(parts.objectName);
+    const auto known = models_.find(std::string_view(key_));
+    if (known != models_.end() && known->second.askedIn == round_) return known->second.row;
+    std::string key = key_;
+    widgets::RowPtr row =
+        makeModel(parts, severity, known == models_.end() ? widgets::RowPtr() : known->second.row);
+    if (models_.size() >= kMostModels) models_.clear();
+    return (models_[std::move(key)] = {std::move(row), round_}).row;
+}
+
+// Asks the host, which may run any code. The row from before is still good when the answers are the same.
+widgets::RowPtr ErrorRows::makeModel(const ErrorLine& parts, Severity severity,
+                                     const widgets::RowPtr& before) {
     // References into what is remembered stay good while more is added.
     const EntityType none;
     const EntityType& type = parts.typeName.empty() ? none : typeOf(parts.typeName);
@@ -78,57 +111,54 @@ widgets::RowPtr ErrorRows::FillErrorRow(std::span<char> line, int n) {
         parts.objectName.empty() ? unnamed : objectOf(parts.typeName, parts.objectName);
     const std::u16string& result = textOf(parts.code);
 
-    empty();
-    row_.cells[ObjID].tag = entry_.tag;
-    row_.cells[Num].tag = base::decimal(n);
-    row_.cells[Type].text = type.displayName;
-    row_.cells[Type].tag = type.icon;
-    row_.cells[Name].text = object.displayName;
-    row_.cells[Name].tag = object.id;
     // The type's icon marks the object; where that is not found, the type.
-    if (!parts.objectName.empty() && type.found) row_.cells[object.found ? Name : Type].icon = type.icon;
-    row_.cells[Result].text = result;
-    if (isWord(parts.severity, "WARNING"))
-        row_.cells[Result].icon = u"Suspect";
-    else if (isWord(parts.severity, "ERROR"))
-        row_.cells[Result].icon = u"Bad";
-    decode(parts.message, row_.cells[Message].text);
-    row_.cells[Message].tag = entry_.path;
-    return widgets::makeRow(row_, keys_);
+    const std::u16string_view icon =
+        !parts.objectName.empty() && type.found ? std::u16string_view(type.icon) : std::u16string_view();
+    const std::u16string_view mark = severity == Severity::Warning ? std::u16string_view(u"Suspect")
+                                     : severity == Severity::Error ? std::u16string_view(u"Bad")
+                                                                   : std::u16string_view();
+    const widgets::OwnText texts[] = {{Type, CellField::Text, type.displayName},
+                                      {Type, CellField::Tag, type.icon},
+                                      {Type, CellField::Icon, object.found ? std::u16string_view() : icon},
+                                      {Name, CellField::Text, object.displayName},
+                                      {Name, CellField::Tag, object.id},
+                                      {Name, CellField::Icon, object.found ? icon : std::u16string_view()},
+                                      {Result, CellField::Text, result},
+                                      {Result, CellField::Icon, mark}};
+    if (before && before->has(texts)) return before;
+    return widgets::makeRowLike(common_, texts);
 }
 
 widgets::RowPtr ErrorRows::hiddenRecordsRow() const {
-    widgets::Row row;
-    row.tag = core::kChildRowTag;
-    for (const std::u16string& key : *keys_) row.cells.push_back({key, {}, {}, {}, {}});
-    row.cells[Message].text = resources::text(globals_.platform.language, kHiddenRecords);
-    return widgets::makeRow(row, keys_);
+    return emptyChild()->withCell(Message, CellField::Text,
+                                  resources::text(globals_.platform.language, kHiddenRecords));
 }
 
 void ErrorRows::forget() noexcept {
+    ++round_;
     types_.clear();
     objects_.clear();
     codes_.clear();
 }
 
 const ErrorRows::EntityType& ErrorRows::typeOf(std::string_view name) {
-    std::string key(name);
-    if (const auto known = types_.find(key); known != types_.end()) return known->second;
-    return types_.emplace(std::move(key), askForType(decoded(name))).first->second;
+    if (const auto known = types_.find(name); known != types_.end()) return known->second;
+    EntityType type = askForType(decoded(name));
+    return types_.emplace(name, std::move(type)).first->second;
 }
 
 const ErrorRows::NamedObject& ErrorRows::objectOf(std::string_view type, std::string_view name) {
-    objectKey_.assign(type).append(1, '\n').append(name);
-    if (const auto known = objects_.find(objectKey_); known != objects_.end()) return known->second;
-    std::string key = objectKey_;
-    return objects_.emplace(std::move(key), askForObject(decoded(type), decoded(name))).first->second;
+    std::string key(type);
+    key.append(1, '\n').append(name);
+    if (const auto known = objects_.find(key); known != objects_.end()) return known->second;
+    NamedObject object = askForObject(decoded(type), decoded(name));
+    return objects_.emplace(std::move(key), std::move(object)).first->second;
 }
 
 const std::u16string& ErrorRows::textOf(std::string_view code) {
-    std::string key(code);
-    if (const auto known = codes_.find(key); known != codes_.end()) return known->second;
+    if (const auto known = codes_.find(code); known != codes_.end()) return known->second;
     std::u16string text = globals_.store.Workspace.returnCodeText(decoded(code));
-    return codes_.emplace(std::move(key), std::move(text)).first->second;
+    return codes_.emplace(code, std::move(text)).first->second;
 }
 
 ErrorRows::EntityType ErrorRows::askForType(std::u16string_view name) const {

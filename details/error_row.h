@@ -3,7 +3,10 @@
 #include "core/globals.h"
 #include "details/error_line.h"
 
+#include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace cvlog::details {
@@ -46,8 +49,24 @@ private:
         std::u16string displayName;
         std::u16string id;
     };
+    enum class Severity : char { Other, Warning, Error };
+    /// What lines with the same fields have in common.
+    struct Model {
+        widgets::RowPtr row;
+        std::uint32_t askedIn = 0; // the round in which the host's answers were compared last
+    };
+    struct TextHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const noexcept {
+            return std::hash<std::string_view>{}(text);
+        }
+    };
+    template <class T>
+    using ByText = std::unordered_map<std::string, T, TextHash, std::equal_to<>>;
 
     bool isHidden(std::string_view code);
+    const widgets::RowPtr& modelOf(const ErrorLine& parts);
+    widgets::RowPtr makeModel(const ErrorLine& parts, Severity severity, const widgets::RowPtr& before);
     const EntityType& typeOf(std::string_view name);
     const NamedObject& objectOf(std::string_view type, std::string_view name);
     const std::u16string& textOf(std::string_view code);
@@ -55,17 +74,17 @@ private:
     NamedObject askForObject(std::u16string_view type, std::u16string_view name) const;
     void decode(std::string_view bytes, std::u16string& text) const;
     std::u16string decoded(std::string_view bytes) const;
-    void empty();
 
     core::Globals& globals_;
-    widgets::RowKeys keys_;
-    ExpandedEntry entry_;
-    widgets::Row row_; // the one in the making; its texts keep their memory from row to row
+    widgets::RowPtr common_; // what all rows have in common
     std::u16string code_;
-    std::string objectKey_;
-    std::unordered_map<std::string, EntityType> types_;
-    std::unordered_map<std::string, NamedObject> objects_; // by type and name, with a LF between
-    std::unordered_map<std::string, std::u16string> codes_;
+    std::u16string message_;
+    std::string key_;
+    std::uint32_t round_ = 1; // what the host said is forgotten with each
+    ByText<Model> models_;
+    ByText<EntityType> types_;
+    ByText<NamedObject> objects_; // by type and name, with a LF between
+    ByText<std::u16string> codes_;
 };
 
 } // namespace cvlog::details

@@ -7,13 +7,6 @@
 
 namespace cvlog::widgets {
 
-namespace {
-
-constexpr std::size_t kRowFields = 3;
-constexpr std::size_t kCellFields = 4;
-
-} // namespace
-
 Cell* Row::cell(std::u16string_view key) noexcept {
     const auto found = std::find_if(cells.begin(), cells.end(), [key](const Cell& cell) {
         return base::equalsIgnoringCase(cell.key, key);
@@ -37,18 +30,25 @@ private:
     std::size_t length_ = 0;
 };
 
-RowContent* RowContent::allocate(RowKeys keys, std::size_t characters) {
+RowContent* RowContent::allocate(RowKeys keys, std::size_t characters, const RowPtr& model,
+                                 std::uint32_t own) {
     static_assert(sizeof(RowContent) % alignof(std::uint32_t) == 0 && sizeof(float) == sizeof(std::uint32_t));
     const std::size_t cells = keys->size();
-    const std::size_t numbers = kRowFields + kCellFields * cells + 1 + cells;
+    const auto numbers = model ? static_cast<std::size_t>(std::popcount(own) + std::popcount(own & kShown))
+                               : kRowFields + kCellFields * cells + 1 + cells;
     const std::size_t bytes =
         sizeof(RowContent) + numbers * sizeof(std::uint32_t) + characters * sizeof(char16_t);
-    return new (::operator new(bytes)) RowContent(std::move(keys));
+    return new (::operator new(bytes)) RowContent(std::move(keys), model, own);
 }
 
 std::u16string_view RowContent::field(std::size_t index) const noexcept {
-    const std::size_t begin = index == 0 ? 0 : ends()[index - 1];
-    return {characters() + begin, ends()[index] - begin};
+    std::size_t place = index;
+    if (model_) {
+        if (((own_ >> index) & 1U) == 0) return model_->field(index);
+        place = static_cast<std::size_t>(std::popcount(ownBelow(index)));
+    }
+    const std::size_t begin = place == 0 ? 0 : ends()[place - 1];
+    return {characters() + begin, ends()[place] - begin};
 }
 
 std::u16string_view RowContent::cellField(int cell, std::size_t part) const noexcept {
@@ -67,6 +67,10 @@ int RowContent::cellOf(std::u16string_view key) const noexcept {
     return found == keys_->end() ? 0 : static_cast<int>(found - keys_->begin()) + 1;
 }
 
+bool RowContent::has(std::span<const OwnText> texts) const noexcept {
+    return std::ranges::all_of(texts, [this](const OwnText& own) { return field(own.field) == own.text; });
+}
+
 std::u16string_view RowContent::columnText(int column) const noexcept {
     return column == 1 ? text() : cellText(column - 1);
 }
@@ -81,13 +85,16 @@ Row RowContent::edit() const {
 }
 
 RowPtr RowContent::withField(std::size_t changed, std::u16string_view text) const {
-    const std::size_t length = ends()[fieldCount() - 1] - field(changed).size() + text.size();
+    std::size_t length = text.size();
+    for (std::size_t i = 0; i < fieldCount(); ++i) length += i == changed ? 0 : field(i).size();
     RowPtr copy(allocate(keys_, length));
     Writer writer(const_cast<RowContent&>(*copy));
     for (std::size_t i = 0; i < fieldCount(); ++i) writer.append(i == changed ? text : field(i));
-    copy->widthsFont_ = widthsFont_;
     copy->sortKey_ = sortKey_;
-    if (widthsFont_ != 0) std::copy_n(widths(), columnCount(), copy->widths());
+    if (widthsFont_ == 0) return copy;
+    for (int column = 1; column <= cellCount() + 1; ++column)
+        if (const auto width = rememberedWidth(widthsFont_, column))
+            copy->rememberWidth(widthsFont_, column, *width);
     return copy;
 }
 
@@ -105,23 +112,24 @@ RowPtr RowContent::withCell(int cell, CellField changed, std::u16string_view tex
 }
 
 std::optional<base::Twips> RowContent::rememberedWidth(std::uint32_t fontNumber, int column) const noexcept {
-    const auto index = static_cast<std::size_t>(column - 1);
-    if (widthsFont_ != fontNumber || index >= columnCount() || widths()[index] < 0) return std::nullopt;
-    return widths()[index];
+    if (column < 1 || static_cast<std::size_t>(column) > columnCount()) return std::nullopt;
+    if (!ownsColumn(column)) return model_->rememberedWidth(fontNumber, column);
+    if (widthsFont_ != fontNumber || widths()[widthIndex(column)] < 0) return std::nullopt;
+    return widths()[widthIndex(column)];
 }
 
 void RowContent::rememberWidth(std::uint32_t fontNumber, int column, base::Twips width) const {
+    if (column < 1 || static_cast<std::size_t>(column) > columnCount()) return;
+    if (!ownsColumn(column)) return model_->rememberWidth(fontNumber, column, width);
     if (widthsFont_ != fontNumber) {
-        std::fill_n(widths(), columnCount(), -1.0F);
+        std::fill_n(widths(), widthCount(), -1.0F);
         widthsFont_ = fontNumber;
     }
-    const auto index = static_cast<std::size_t>(column - 1);
-    if (index < columnCount()) widths()[index] = width;
+    widths()[widthIndex(column)] = width;
 }
 
 void RowContent::forgetText(int column) const noexcept {
-    const auto index = static_cast<std::size_t>(column - 1);
-    if (index < columnCount()) widths()[index] = -1.0F;
+    if (static_cast<std::size_t>(column) <= columnCount()) widths()[widthIndex(column)] = -1.0F;
     if (sortKey(column)) sortKey_ = {};
 }
 
@@ -157,6 +165,25 @@ RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string
     RowPtr made(content);
     RowContent::Writer writer(*content);
     for (const std::u16string_view field : {text, tag, smallIcon}) writer.append(field);
+    return made;
+}
+
+RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts) {
+    RowPtr made = model;
+    if (model->fieldCount() > RowContent::kMostFieldsWithModel) {
+        for (const OwnText& own : texts) made = made->withField(own.field, own.text);
+        return made;
+    }
+    std::uint32_t own = 0;
+    std::size_t length = 0;
+    for (const OwnText& each : texts) {
+        own |= 1U << each.field;
+        length += each.text.size();
+    }
+    RowContent* const content = RowContent::allocate(model->keys(), length, model, own);
+    made = RowPtr(content);
+    RowContent::Writer writer(*content);
+    for (const OwnText& each : texts) writer.append(each.text);
     return made;
 }
 

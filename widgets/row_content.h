@@ -3,10 +3,12 @@
 #include "base/twips.h"
 #include "widgets/sort_key.h"
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -39,15 +41,56 @@ struct Row {
 /// The cell keys of a row, in order. Rows of the same shape share one.
 using RowKeys = std::shared_ptr<const std::vector<std::u16string>>;
 
-class RowPtr;
+class RowContent;
+
+/// A counted reference to a row's content. Contents belong to one apartment, so the count is a plain number.
+class RowPtr {
+public:
+    RowPtr() = default;
+    explicit RowPtr(const RowContent* content) noexcept : content_(content) { acquire(); }
+    RowPtr(const RowPtr& other) noexcept : content_(other.content_) { acquire(); }
+    RowPtr(RowPtr&& other) noexcept : content_(std::exchange(other.content_, nullptr)) {}
+    RowPtr& operator=(RowPtr other) noexcept {
+        std::swap(content_, other.content_);
+        return *this;
+    }
+    ~RowPtr() {
+        if (content_) release();
+    }
+    const RowContent& operator*() const noexcept { return *content_; }
+    const RowContent* operator->() const noexcept { return content_; }
+    const RowContent* get() const noexcept { return content_; }
+    explicit operator bool() const noexcept { return content_ != nullptr; }
+
+private:
+    static void destroy(const RowContent* content) noexcept;
+    inline void acquire() const noexcept;
+    inline void release() const noexcept;
+    const RowContent* content_ = nullptr;
+};
 
 /// The texts of a row itself, and those of each of its cells, in the order in which a content keeps them.
 enum class RowField { Text, Tag, SmallIcon };
 enum class CellField { Text, Tag, Icon, ToolTip };
+inline constexpr std::size_t kRowFields = 3;
+inline constexpr std::size_t kCellFields = 4;
+
+/// A text that a row has of its own where it is like another one. Cells count from 1.
+struct OwnText {
+    constexpr OwnText(RowField part, std::u16string_view own) noexcept
+        : field(static_cast<std::size_t>(part)), text(own) {}
+    constexpr OwnText(int cell, CellField part, std::u16string_view own) noexcept
+        : field(kRowFields + kCellFields * static_cast<std::size_t>(cell - 1) +
+                static_cast<std::size_t>(part)),
+          text(own) {}
+    std::size_t field;
+    std::u16string_view text;
+};
 
 /// What a row shows. Immutable and shared by every list that shows the row; a list whose row changes gets its own
 /// content. Remembers the measured widths of its texts for the font that measured last, and the key of the column that
 /// was sorted by last. Lies with its texts in one piece of memory, so that a million rows cost little more than these.
+/// Rows that are mostly alike share a model, which holds what they have in common, with the widths of that.
 class RowContent {
 public:
     RowContent(const RowContent&) = delete;
@@ -58,6 +101,14 @@ public:
     std::u16string_view smallIcon() const noexcept { return field(2); }
 
     int cellCount() const noexcept { return static_cast<int>(keys_->size()); }
+    /// Whether these texts are the ones it has in their places.
+    bool has(std::span<const OwnText> texts) const noexcept;
+    /// The row that this one is like; null when it is like none.
+    const RowContent* model() const noexcept { return model_.get(); }
+    /// Whether the text of a column may differ from the model's.
+    bool ownsColumn(int column) const noexcept {
+        return !model_ || (textOf(column) < kMostFieldsWithModel && ((own_ >> textOf(column)) & 1U) != 0);
+    }
     /// Cells count from 1, as the columns after the first do; one out of range is empty.
     std::u16string_view cellKey(int cell) const noexcept;
     std::u16string_view cellText(int cell) const noexcept { return cellField(cell, 0); }
@@ -93,68 +144,76 @@ private:
     friend class RowPtr;
     friend RowPtr makeRow(const Row& row, RowKeys keys);
     friend RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string_view smallIcon);
+    friend RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts);
     class Writer;
 
-    explicit RowContent(RowKeys keys) noexcept : keys_(std::move(keys)) {}
+    RowContent(RowKeys keys, RowPtr model, std::uint32_t own) noexcept
+        : own_(own), keys_(std::move(keys)), model_(std::move(model)) {}
     ~RowContent() = default;
 
-    /// A content of these keys with room for so many characters; its texts are still to be written.
-    static RowContent* allocate(RowKeys keys, std::size_t characters);
+    /// A content of these keys with room for so many characters; its texts are still to be written. With a model it
+    /// has those of the fields in `own`, a bit each.
+    static RowContent* allocate(RowKeys keys, std::size_t characters, const RowPtr& model = {},
+                                std::uint32_t own = 0);
     RowPtr withField(std::size_t field, std::u16string_view text) const;
     void forgetText(int column) const noexcept;
     std::u16string_view field(std::size_t index) const noexcept;
     std::u16string_view cellField(int cell, std::size_t part) const noexcept;
 
-    // What follows the object in its memory.
-    std::size_t fieldCount() const noexcept { return 3 + 4 * keys_->size(); }
+    static constexpr std::size_t textOf(int column) noexcept { // the field that a column shows
+        return column == 1 ? 0 : kRowFields + kCellFields * static_cast<std::size_t>(column - 2);
+    }
+    static constexpr std::size_t kMostFieldsWithModel = 32; // as many as `own_` has bits
+    /// The fields that columns show, a bit each.
+    static constexpr std::uint32_t kShown = 0x8888'8889;
+    std::size_t fieldCount() const noexcept { return kRowFields + kCellFields * keys_->size(); }
     std::size_t columnCount() const noexcept { return 1 + keys_->size(); }
+    std::uint32_t ownBelow(std::size_t field) const noexcept { return own_ & ((1U << field) - 1U); }
+    std::size_t widthIndex(int column) const noexcept { // for a column of its own
+        return model_ ? static_cast<std::size_t>(std::popcount(ownBelow(textOf(column)) & kShown))
+                      : static_cast<std::size_t>(column - 1);
+    }
+
+    // What follows the object in its memory, for the fields of its own.
+    std::size_t endCount() const noexcept {
+        return model_ ? static_cast<std::size_t>(std::popcount(own_)) : fieldCount();
+    }
+    std::size_t widthCount() const noexcept {
+        return model_ ? static_cast<std::size_t>(std::popcount(own_ & kShown)) : columnCount();
+    }
     std::uint32_t* ends() const noexcept { // where each text ends
         return reinterpret_cast<std::uint32_t*>(const_cast<RowContent*>(this + 1));
     }
-    float* widths() const noexcept { // by column; negative: not measured
-        return reinterpret_cast<float*>(ends() + fieldCount());
+    float* widths() const noexcept { // of the shown texts; negative: not measured
+        return reinterpret_cast<float*>(ends() + endCount());
     }
     char16_t* characters() const noexcept { // all texts, one after another
-        return reinterpret_cast<char16_t*>(widths() + columnCount());
+        return reinterpret_cast<char16_t*>(widths() + widthCount());
     }
 
     mutable std::uint32_t references_ = 0;
     mutable std::uint32_t widthsFont_ = 0; // none yet
     mutable SortKeyPtr sortKey_;           // near the front: a search in a sorted list reads nothing else
+    std::uint32_t own_;                    // with a model: the fields that are not as there
     RowKeys keys_;
+    RowPtr model_;
 };
 
-/// A counted reference to a row's content. Contents belong to one apartment, so the count is a plain number.
-class RowPtr {
-public:
-    RowPtr() = default;
-    explicit RowPtr(const RowContent* content) noexcept : content_(content) { acquire(); }
-    RowPtr(const RowPtr& other) noexcept : content_(other.content_) { acquire(); }
-    RowPtr(RowPtr&& other) noexcept : content_(std::exchange(other.content_, nullptr)) {}
-    RowPtr& operator=(RowPtr other) noexcept {
-        std::swap(content_, other.content_);
-        return *this;
-    }
-    ~RowPtr() {
-        if (content_ && --content_->references_ == 0) destroy(content_);
-    }
-    const RowContent& operator*() const noexcept { return *content_; }
-    const RowContent* operator->() const noexcept { return content_; }
-    const RowContent* get() const noexcept { return content_; }
-    explicit operator bool() const noexcept { return content_ != nullptr; }
+void RowPtr::acquire() const noexcept {
+    if (content_) ++content_->references_;
+}
 
-private:
-    static void destroy(const RowContent* content) noexcept;
-    void acquire() const noexcept {
-        if (content_) ++content_->references_;
-    }
-    const RowContent* content_ = nullptr;
-};
+void RowPtr::release() const noexcept {
+    if (--content_->references_ == 0) destroy(content_);
+}
 
 /// The finished content of a row. It shares `keys` when these are the row's, else it gets its own.
 RowPtr makeRow(const Row& row, RowKeys keys);
 inline RowPtr makeRow(const Row& row) { return makeRow(row, nullptr); }
 /// A row without cells.
 RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string_view smallIcon);
+
+/// The content of a row that is like another one but for these texts, which come in the order of their places.
+RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts);
 
 } // namespace cvlog::widgets

@@ -90,9 +90,10 @@ std::vector<Figure> measureMemory() {
         const std::size_t before = allocatedBytes();
         startPeak();
         many.expand();
-        figures.push_back({"expand.peak_memory_of_1M_lines_against_the_file." + std::to_string(lists) + "_lists",
-                           static_cast<double>(peakBytes() - before) / 1e6, "MB",
-                           static_cast<double>(text.size()) / 1e6, 4});
+        figures.push_back(
+            {"expand.peak_memory_of_1M_lines_against_the_file." + std::to_string(lists) + "_lists",
+             static_cast<double>(peakBytes() - before) / 1e6, "MB", static_cast<double>(text.size()) / 1e6,
+             4});
     }
     return figures;
 }

@@ -1,8 +1,8 @@
 #include "bench/native/store_log.h"
 
-#include "bench/fixed_object.h"
 #include "base/failure.h"
 #include "base/text.h"
+#include "bench/fixed_object.h"
 #include "store/sqlite_engine.h"
 
 namespace cvlog::bench {
@@ -20,8 +20,8 @@ store::Record makeRecord() {
     const auto type =
         fixedObject({{u"ID", 1}, {u"DisplayName", u"Program"}, {u"KeyName", base::fromUtf8(kWrittenType)}});
     const auto program = fixedObject({{u"DisplayName", u"Payroll program"},
-                                 {u"Property", base::fromUtf8(kWrittenObject)},
-                                 {u"EntityType", type}});
+                                      {u"Property", base::fromUtf8(kWrittenObject)},
+                                      {u"EntityType", type}});
     return {base::fromUtf8(kWrittenMethod), kWrittenCode, hostapi::RepositoryObject(program),
             u"conversion to 'int' from 'long int' may change the value", base::fromUtf8(kWrittenErrors)};
 }
