@@ -4,8 +4,8 @@
 #include "bench/harness.h"
 #include "bench/native/counted_memory.h"
 #include "bench/native/errors_log.h"
-#include "bench/native/plain_errors.h"
 #include "bench/native/store_files.h"
+#include "bench/plain_errors.h"
 
 #include <fstream>
 #include <string>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <istream>
 #include <string>
 #include <vector>
 
@@ -15,7 +16,20 @@ struct PlainError {
 };
 
 /// Reads an errors file the way one writes it without a thought of speed: a line at a time, its fields as texts. Lines
-/// whose code begins with the hidden kind are left out. Finds, inserts and measures nothing.
+/// whose code begins with the hidden kind are left out.
+class PlainReader {
+public:
+    PlainReader(std::istream& file, char hiddenKind) : file_(file), hiddenKind_(hiddenKind) {}
+    /// False at the end of the file.
+    bool next(PlainError& error);
+
+private:
+    std::istream& file_;
+    char hiddenKind_;
+    std::string line_;
+};
+
+/// All of them. Finds, inserts and measures nothing.
 std::vector<PlainError> readPlainly(const std::string& path, char hiddenKind);
 
 } // namespace cvlog::bench

@@ -1,4 +1,4 @@
-#include "bench/native/plain_errors.h"
+#include "bench/plain_errors.h"
 
 #include <array>
 #include <fstream>
@@ -46,16 +46,23 @@ std::u16string wide(const std::string& text) { return {text.begin(), text.end()}
 
 } // namespace
 
+bool PlainReader::next(PlainError& error) {
+    while (std::getline(file_, line_)) {
+        const Parts parts = tokenize(line_);
+        const std::string& code = parts.fields[5];
+        if (!code.empty() && code.front() == hiddenKind_) continue;
+        error = {wide(parts.fields[0]), wide(parts.fields[1]), wide(parts.fields[4]), wide(code),
+                 wide(parts.message)};
+        return true;
+    }
+    return false;
+}
+
 std::vector<PlainError> readPlainly(const std::string& path, char hiddenKind) {
     std::vector<PlainError> errors;
     std::ifstream file(path);
-    for (std::string line; std::getline(file, line);) {
-        const Parts parts = tokenize(line);
-        const std::string& code = parts.fields[5];
-        if (!code.empty() && code.front() == hiddenKind) continue;
-        errors.push_back({wide(parts.fields[0]), wide(parts.fields[1]), wide(parts.fields[4]), wide(code),
-                          wide(parts.message)});
-    }
+    PlainReader reader(file, hiddenKind);
+    for (PlainError error; reader.next(error);) errors.push_back(std::move(error));
     return errors;
 }
 
