@@ -21,6 +21,19 @@ base::Twips paddingOf(const widgets::ListView& list, int column) {
     return hasIcon ? kIconCellPadding : kCellPadding;
 }
 
+// What rows need that come one after another: each one that needs more than the least gain widens the column.
+base::Twips neededForRows(const widgets::ListView& list, int column, int first, int last) {
+    base::Twips width = list.column(column).width;
+    const base::Twips padding = paddingOf(list, column);
+    const auto widest = list.rememberedWidestCell(column);
+    if (widest && *widest + padding - width <= kLeastGain) return width;
+    for (int row = first; row <= last; ++row) {
+        const base::Twips needed = list.cellWidth(row, column) + padding;
+        if (needed - width > kLeastGain) width = needed;
+    }
+    return width;
+}
+
 base::Twips neededForRow(const widgets::ListView& list, int column, int row) {
     const base::Twips width = list.column(column).width;
     const base::Twips text = list.cellWidth(row, column);
@@ -34,20 +47,26 @@ base::Twips neededForAll(const widgets::ListView& list, int column) {
     return std::max(caption, list.widestCell(column) + paddingOf(list, column));
 }
 
+void widen(widgets::ListView& list, int column, base::Twips width) {
+    if (width - list.column(column).width <= kLeastGain) return;
+    list.setColumnWidth(column, width);
+    list.setColumnAlignment(column, widgets::Alignment::Left);
+}
+
 } // namespace
 
 void AutoSizeColumns(widgets::ListView& list, int row) {
     const bool all = row == 0 || list.rowCount() == 1;
     widgets::ListView::Batch batch(list);
-    for (int column = 1; column <= list.columnCount(); ++column) {
-        const base::Twips width = list.column(column).width;
-        if (width == 0) continue;
-        const base::Twips needed = all ? neededForAll(list, column) : neededForRow(list, column, row);
-        if (needed - width > kLeastGain) {
-            list.setColumnWidth(column, needed);
-            list.setColumnAlignment(column, widgets::Alignment::Left);
-        }
-    }
+    for (int column = 1; column <= list.columnCount(); ++column)
+        if (list.column(column).width != 0)
+            widen(list, column, all ? neededForAll(list, column) : neededForRow(list, column, row));
+}
+
+void AutoSizeColumns(widgets::ListView& list, int first, int last) {
+    widgets::ListView::Batch batch(list);
+    for (int column = 1; column <= list.columnCount(); ++column)
+        if (list.column(column).width != 0) widen(list, column, neededForRows(list, column, first, last));
 }
 
 } // namespace cvlog::core

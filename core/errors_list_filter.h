@@ -43,8 +43,9 @@ public:
 
 private:
     const std::pair<char16_t, bool>* find(char16_t kind) const noexcept {
+        const char16_t folded = base::foldCase(kind);
         for (const auto& item : items_)
-            if (item.first == base::foldCase(kind)) return &item;
+            if (item.first == folded) return &item;
         return nullptr;
     }
 

@@ -60,22 +60,22 @@ int ChildRows::placeIn(const ListView& list, widgets::RowId after) const noexcep
     return row + 1;
 }
 
-void ChildRows::insertIntoView(const widgets::RowPtr& row) {
+void ChildRows::insertIntoView(std::span<widgets::RowPtr> rows) {
     const int place = placeIn(*view_, last_);
-    last_ = view_->insert(place, row);
-    lastGuess_ = place;
+    last_ = view_->insertRun(place, rows);
+    lastGuess_ = place + static_cast<int>(rows.size()) - 1;
 }
 
 void ChildRows::copyInto(ListView& list, int first, int last) {
     keepUnsorted(list);
     core::AttachImageLists(globals_, list);
     int place = placeIn(list, lastCopied_);
-    for (int row = first; row <= last; ++row, ++place) {
-        const bool isThere = place <= list.rowCount() && list.idAt(place) == view_->idAt(row);
-        if (isThere) continue; // a list that was made meanwhile has begun with it
-        list.insertCopy(place, *view_, row);
-        core::AutoSizeColumns(list, place);
-    }
+    int row = first;
+    // A list that was made meanwhile has begun with rows that are here.
+    for (; row <= last && place <= list.rowCount() && list.idAt(place) == view_->idAt(row); ++row) ++place;
+    if (row > last) return;
+    list.insertCopies(place, *view_, row, last - row + 1);
+    core::AutoSizeColumns(list, place, place + last - row);
 }
 
 void ChildRows::copyToOthers(const Lists& lists, int count) {
@@ -88,12 +88,12 @@ void ChildRows::copyToOthers(const Lists& lists, int count) {
 
 void ChildRows::flush() {
     if (waiting_.empty()) return;
-    const std::vector<widgets::RowPtr> rows = std::exchange(waiting_, {});
+    std::vector<widgets::RowPtr> rows = std::exchange(waiting_, {});
     if (entryPosition() == 0) return;
     const Lists lists = globals_.LogViews.all();
     const Batches batches(lists);
     keepUnsorted(*view_);
-    for (const widgets::RowPtr& row : rows) insertIntoView(row);
+    insertIntoView(rows);
     copyToOthers(lists, static_cast<int>(rows.size()));
 }
 
@@ -102,7 +102,7 @@ void ChildRows::addToView(widgets::RowPtr row) {
     if (entryPosition() == 0) return;
     const ListView::Batch batch(*view_);
     keepUnsorted(*view_);
-    insertIntoView(row);
+    insertIntoView({&row, 1});
     core::AutoSizeColumns(*view_, lastGuess_);
 }
 

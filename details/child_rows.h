@@ -2,6 +2,7 @@
 
 #include "core/globals.h"
 
+#include <span>
 #include <vector>
 
 namespace cvlog::details {
@@ -37,7 +38,7 @@ private:
 
     bool holdsEntry(const widgets::ListView& list) const noexcept;
     int placeIn(const widgets::ListView& list, widgets::RowId after) const noexcept;
-    void insertIntoView(const widgets::RowPtr& row);
+    void insertIntoView(std::span<widgets::RowPtr> rows);
     void copyInto(widgets::ListView& list, int first, int last);
     void copyToOthers(const Lists& lists, int count);
     bool isShown(const Lists& lists) const noexcept;

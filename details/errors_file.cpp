@@ -8,6 +8,7 @@ namespace cvlog::details {
 namespace {
 
 constexpr std::size_t kBlock = 64U << 10;
+constexpr std::size_t kMostToSkip = 1U << 20; // at once
 
 } // namespace
 
@@ -16,10 +17,13 @@ ErrorsFile::ErrorsFile(std::unique_ptr<ports::OpenFile> file)
       buffer_(static_cast<std::size_t>(std::clamp<std::uint64_t>(unread_, 1, kBlock))) {}
 
 bool ErrorsFile::nextLine(std::span<char>& line) {
-    if (lineGoesOn_) skipRest();
+    if (lineGoesOn_ && !skipRest()) {
+        line = cut(0);
+        return true;
+    }
     std::size_t searched = begin_;
     for (;;) {
-        const std::size_t end = findEnd(searched);
+        const std::size_t end = findEnd(searched, end_);
         if (end < end_) {
             line = cut(end - begin_);
             ++begin_; // the LF
@@ -39,10 +43,10 @@ bool ErrorsFile::nextLine(std::span<char>& line) {
     }
 }
 
-std::size_t ErrorsFile::findEnd(std::size_t from) const noexcept {
-    if (from == end_) return end_;
-    const void* found = std::memchr(buffer_.data() + from, '\n', end_ - from);
-    return found ? static_cast<std::size_t>(static_cast<const char*>(found) - buffer_.data()) : end_;
+std::size_t ErrorsFile::findEnd(std::size_t from, std::size_t until) const noexcept {
+    if (from == until) return until;
+    const void* found = std::memchr(buffer_.data() + from, '\n', until - from);
+    return found ? static_cast<std::size_t>(static_cast<const char*>(found) - buffer_.data()) : until;
 }
 
 std::span<char> ErrorsFile::cut(std::size_t size) noexcept {
@@ -70,13 +74,19 @@ bool ErrorsFile::readMore() {
     return count != 0;
 }
 
-void ErrorsFile::skipRest() {
-    for (;;) {
-        const std::size_t end = findEnd(begin_);
-        begin_ = std::min(end + 1, end_);
-        if (end < end_ || !readMore()) break;
+// False when there is still more of it.
+bool ErrorsFile::skipRest() {
+    for (std::size_t skipped = 0; skipped < kMostToSkip;) {
+        const std::size_t begin = begin_;
+        const std::size_t end = findEnd(begin_, std::min(end_, begin_ + kMostToSkip));
+        begin_ = end;
+        skipped += end - begin;
+        lineGoesOn_ = end == end_ || buffer_[end] != '\n';
+        if (!lineGoesOn_) ++begin_;
+        if (lineGoesOn_ && begin_ == end_) lineGoesOn_ = readMore();
+        if (!lineGoesOn_) return true;
     }
-    lineGoesOn_ = false;
+    return false;
 }
 
 } // namespace cvlog::details

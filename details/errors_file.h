@@ -15,7 +15,8 @@ namespace cvlog::details {
 /// opened is not read, so a writer cannot keep the reader going.
 class ErrorsFile {
 public:
-    /// Of a longer line the rest is left out: it is no message that somebody would read.
+    /// Of a longer line the rest is left out: it is no message that somebody would read. While that is skipped, empty
+    /// lines are given out, so that the caller can see whether it is to go on.
     static constexpr std::size_t kLongestLine = 16U << 20;
 
     explicit ErrorsFile(std::unique_ptr<ports::OpenFile> file);
@@ -27,8 +28,8 @@ public:
 private:
     bool readMore();
     void makeRoom();
-    void skipRest();
-    std::size_t findEnd(std::size_t from) const noexcept;
+    bool skipRest();
+    std::size_t findEnd(std::size_t from, std::size_t until) const noexcept;
     std::span<char> cut(std::size_t size) noexcept;
 
     std::unique_ptr<ports::OpenFile> file_;

@@ -24,10 +24,10 @@ constexpr int kRowsToNextFrame = 20;
 /// The reading of one errors file into the lists.
 class Expansion {
 public:
-    Expansion(core::Globals& globals, core::LogViews::ListRef view, int position, ExpandedEntry entry,
+    Expansion(core::Globals& globals, core::LogViews::ListRef view, int position, const ExpandedEntry& entry,
               FrozenOwner& owner, Activation focus)
         : globals_(globals), view_(std::move(view)), owner_(owner), focus_(focus), busy_(globals),
-          rows_(globals, std::move(entry)), children_(globals, view_, position) {
+          rows_(globals, entry), children_(globals, view_, position) {
         for (const auto& list : globals_.LogViews.all()) list->setSorted(false);
         owner_.freeze();
     }
@@ -167,11 +167,11 @@ ExpandedEntry entryOf(const widgets::RowContent& row) {
 
 void showMessages(core::Globals& globals, const core::LogViews::ListRef& view, int position,
                   FrozenOwner& owner, std::optional<ErrorsFile>& file, Activation focus) {
-    ExpandedEntry entry = entryOf(view->row(position));
+    const ExpandedEntry entry = entryOf(view->row(position));
     std::unique_ptr<ports::OpenFile> opened = openErrorsFile(globals, *view, position, entry.path);
     if (!opened) return;
     file.emplace(std::move(opened));
-    Expansion expansion(globals, view, position, std::move(entry), owner, focus);
+    Expansion expansion(globals, view, position, entry, owner, focus);
     expansion.read(*file);
     expansion.finish();
 }

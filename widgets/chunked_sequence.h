@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -16,6 +17,7 @@ template <class T>
 class ChunkedSequence {
 public:
     static constexpr std::size_t kChunk = 512; // elements at most
+    static constexpr std::size_t kLongestRun = 64;
 
     std::size_t size() const noexcept { return size_; }
     T& operator[](std::size_t i) noexcept {
@@ -27,16 +29,21 @@ public:
         return chunks_[near_.chunk].slots[i - near_.first];
     }
 
-    void insert(std::size_t at, T value) {
-        makeRoom(at);
+    void insert(std::size_t at, T value) { insertRun(at, {&value, 1}); }
+
+    /// Takes values out of a run of kLongestRun at most, which come to stand side by side.
+    void insertRun(std::size_t at, std::span<T> values) {
+        makeRoom(at, values.size());
         Chunk& chunk = chunks_[near_.chunk];
         T* const begin = chunk.slots.get();
         const std::size_t offset = at - near_.first;
-        std::move_backward(begin + offset, begin + chunk.size, begin + chunk.size + 1);
-        begin[offset] = std::move(value);
-        ++chunk.size;
-        ++size_;
-        countChange(near_.chunk, 1);
+        std::move_backward(begin + offset, begin + chunk.size, begin + chunk.size + values.size());
+        std::move(values.begin(), values.end(), begin + offset);
+        const auto count = static_cast<std::uint32_t>(values.size());
+        chunk.size += count;
+        size_ += count;
+        after_ = at + count;
+        countChange(near_.chunk, count);
     }
 
     void remove(std::size_t at) noexcept {
@@ -124,45 +131,56 @@ private:
         return first;
     }
 
-    /// Brings near a chunk with room for one more element at the position.
-    void makeRoom(std::size_t at) {
+    /// Brings near a chunk with room for so many more elements at the position.
+    void makeRoom(std::size_t at, std::size_t count) {
+        const auto needed = [&] { return chunks_[near_.chunk].size + count; };
         if (chunks_.empty()) {
-            addChunk(0, Chunk(kSmall));
-            near_ = {0, 0};
+            addChunk(0, Chunk(std::max(kSmall, count)));
         } else if (at == size_) {
             near_ = {chunks_.size() - 1, size_ - chunks_.back().size};
         } else {
             look(at);
+            if (at == near_.first && near_.chunk > 0) lookAtEndBefore(count);
         }
-        if (chunks_[near_.chunk].size < chunks_[near_.chunk].capacity) return;
-        if (chunks_[near_.chunk].size < kChunk)
-            enlarge(chunks_[near_.chunk]);
-        else if (at == size_)
-            appendChunk();
+        if (needed() <= chunks_[near_.chunk].capacity) return;
+        if (needed() <= kChunk)
+            enlarge(chunks_[near_.chunk], needed());
+        else if (at == near_.first + chunks_[near_.chunk].size)
+            addChunkBehind();
         else
             split(at);
     }
 
-    void enlarge(Chunk& chunk) {
-        Chunk larger(std::min<std::size_t>(kChunk, chunk.capacity +
-                                                       std::max<std::size_t>(kSmall, chunk.capacity / 4)));
+    /// At the end of a chunk nothing has to move. A full one is left for a new one only while elements come one behind
+    /// the other, so that chunks do not become many and small.
+    void lookAtEndBefore(std::size_t count) noexcept {
+        const Chunk& before = chunks_[near_.chunk - 1];
+        if (before.size + count > kChunk && near_.first != after_) return;
+        near_ = {near_.chunk - 1, near_.first - before.size};
+    }
+
+    static void enlarge(Chunk& chunk, std::size_t needed) {
+        const std::size_t usual = chunk.capacity + std::max<std::size_t>(kSmall, chunk.capacity / 4);
+        Chunk larger(std::min(kChunk, std::max(needed, usual)));
         take(larger, chunk, 0, chunk.size);
         chunk = std::move(larger);
     }
 
-    void appendChunk() {
-        addChunk(chunks_.size(), Chunk(kChunk));
-        near_ = {chunks_.size() - 1, size_};
+    void addChunkBehind() {
+        const Near next = {near_.chunk + 1, near_.first + chunks_[near_.chunk].size};
+        addChunk(next.chunk, Chunk(kChunk));
+        near_ = next;
     }
 
     void split(std::size_t at) {
         constexpr std::size_t kHalf = kChunk / 2;
+        static_assert(kHalf / 4 >= kLongestRun);
         Chunk left(kHalf + kHalf / 4);
         Chunk right(kHalf + kHalf / 4);
         addChunk(near_.chunk + 1, std::move(right));
         Chunk& whole = chunks_[near_.chunk];
+        take(chunks_[near_.chunk + 1], whole, kHalf, whole.size);
         take(left, whole, 0, kHalf);
-        take(chunks_[near_.chunk + 1], whole, kHalf, kChunk);
         whole = std::move(left);
         recount();
         look(at);
@@ -203,7 +221,8 @@ private:
     std::vector<std::uint32_t> counts_;
     std::size_t size_ = 0;
     std::size_t widest_ = 1;
-    mutable Near near_; // what was looked at last
+    std::size_t after_ = 0; // the position behind what was inserted last
+    mutable Near near_;     // what was looked at last
 };
 
 } // namespace cvlog::widgets

@@ -19,25 +19,51 @@ void ListView::attach(std::unique_ptr<ListViewPeer> peer) { peer_ = std::move(pe
 std::int32_t ListView::windowHandle() const { return peer_ ? peer_->windowHandle() : 0; }
 
 RowId ListView::insert(int position, RowPtr content, bool selected) {
-    const RowId id = ++rowIds_->last;
-    insertEntry(position, {std::move(content), id, selected});
+    Entry entry{std::move(content), ++rowIds_->last, selected};
+    const RowId id = entry.id;
+    insertEntries(position, {&entry, 1});
     return id;
 }
 
 void ListView::insertCopy(int position, const ListView& source, int sourcePosition) {
-    insertEntry(position, source.entry(sourcePosition));
+    insertCopies(position, source, sourcePosition, 1);
 }
 
-void ListView::insertEntry(int position, Entry entry) {
-    const int place = sorted_ ? sortedPlace(*entry.content) : position;
-    growWidest(*entry.content);
-    const bool selected = entry.selected;
-    lastPlaced_ = {entry.id, place};
-    rows_.insert(static_cast<std::size_t>(place - 1), std::move(entry));
+RowId ListView::insertRun(int position, std::span<RowPtr> contents) {
+    std::vector<Entry> entries;
+    entries.reserve(contents.size());
+    for (RowPtr& content : contents) entries.push_back({std::move(content), ++rowIds_->last, false});
+    insertEntries(position, entries);
+    return rowIds_->last;
+}
+
+void ListView::insertCopies(int position, const ListView& source, int sourcePosition, int count) {
+    std::vector<Entry> entries;
+    entries.reserve(static_cast<std::size_t>(count));
+    for (int row = sourcePosition; row < sourcePosition + count; ++row) entries.push_back(source.entry(row));
+    insertEntries(position, entries);
+}
+
+void ListView::insertEntries(int position, std::span<Entry> entries) {
+    while (!entries.empty()) {
+        const std::size_t count = sorted_ ? 1 : std::min(entries.size(), Entries::kLongestRun);
+        insertPart(sorted_ ? sortedPlace(*entries.front().content) : position, entries.first(count));
+        entries = entries.subspan(count);
+        position += static_cast<int>(count);
+    }
+}
+
+void ListView::insertPart(int place, std::span<Entry> entries) {
+    growWidest(entries);
+    const auto selected = static_cast<int>(std::ranges::count_if(entries, &Entry::selected));
+    const auto count = static_cast<int>(entries.size());
+    const RowId last = entries.back().id;
+    rows_.insertRun(static_cast<std::size_t>(place - 1), entries);
+    lastPlaced_ = {last, place + count - 1};
     inOrder_ = inOrder_ && sorted_;
-    selectedCount_ += selected ? 1 : 0;
-    if (focused_ >= place) ++focused_;
-    tellPeer([place](ListViewPeer& peer) { peer.rowsInserted(place, 1); });
+    selectedCount_ += selected;
+    if (focused_ >= place) focused_ += count;
+    tellPeer([place, count](ListViewPeer& peer) { peer.rowsInserted(place, count); });
 }
 
 void ListView::remove(int position) {
@@ -93,7 +119,7 @@ void ListView::replace(int position, RowPtr content) {
     const int sortColumn = sortKey_ + 1;
     inOrder_ = inOrder_ && content->columnText(sortColumn) == row(position).columnText(sortColumn);
     shrinkWidest(row(position));
-    growWidest(*content);
+    growWidest(*content, false);
     entry(position).content = std::move(content);
     tellPeer([position](ListViewPeer& peer) { peer.rowChanged(position); });
 }

@@ -14,6 +14,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,6 +71,10 @@ public:
     RowId insert(int position, RowPtr content, bool selected = false);
     /// A row of another list that shares this one's row numbers: it is the same row in both.
     void insertCopy(int position, const ListView& source, int sourcePosition);
+    /// Rows that come to stand one below the other, where the list is not sorted. Takes the contents out of the run;
+    /// answers the number of the last row.
+    RowId insertRun(int position, std::span<RowPtr> contents);
+    void insertCopies(int position, const ListView& source, int sourcePosition, int count);
     RowId append(RowPtr content, bool selected = false) {
         return insert(rowCount() + 1, std::move(content), selected);
     }
@@ -138,6 +144,8 @@ public:
     base::Twips cellWidth(int position, int column) const;
     /// The widest text of a column over all rows; 0 for none. Remembered until the widest row goes.
     base::Twips widestCell(int column) const;
+    /// The same, or nothing when that is not remembered.
+    std::optional<base::Twips> rememberedWidestCell(int column) const noexcept;
 
     void scrollTo(int position);
     void repaint();
@@ -168,6 +176,7 @@ private:
         RowId id = 0;
         bool selected = false;
     };
+    using Entries = ChunkedSequence<Entry>;
     struct Widest {
         bool known = false;
         base::Twips width = 0;
@@ -176,12 +185,14 @@ private:
     Entry& entry(int position) noexcept { return rows_[static_cast<std::size_t>(position - 1)]; }
     const Entry& entry(int position) const noexcept { return rows_[static_cast<std::size_t>(position - 1)]; }
     Column& columnAt(int index) noexcept { return columns_[static_cast<std::size_t>(index - 1)]; }
-    void insertEntry(int position, Entry entry);
+    void insertEntries(int position, std::span<Entry> entries);
+    void insertPart(int place, std::span<Entry> entries);
     void sortBy(int key, SortOrder order);
     void placeRows(int key, SortOrder order);
     int sortedPlace(const RowContent& content) const;
     void shareKey(const RowContent& content, const RowContent& other) const noexcept;
-    void growWidest(const RowContent& content);
+    void growWidest(std::span<const Entry> entries);
+    void growWidest(const RowContent& content, bool ownTextsOnly);
     void shrinkWidest(const RowContent& content) noexcept;
     base::Twips contentWidth(const RowContent& content, int column) const;
     void moveColumn(int index, int position) noexcept;
@@ -197,7 +208,7 @@ private:
     std::shared_ptr<ListViewPeer> peer_;
     ListViewOwner* owner_ = nullptr;
     std::shared_ptr<const ListDescriber> describer_;
-    ChunkedSequence<Entry> rows_;
+    Entries rows_;
     RowKeyBook rowKeys_;
     std::shared_ptr<RowIds> rowIds_;
     struct {

@@ -5,6 +5,7 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 
 namespace cvlog::widgets {
@@ -91,16 +92,39 @@ base::Twips ListView::widestCell(int column) const {
     return widest.width;
 }
 
-void ListView::growWidest(const RowContent& content) {
-    for (int column = 1; column <= columnCount(); ++column) {
+std::optional<base::Twips> ListView::rememberedWidestCell(int column) const noexcept {
+    const Widest& widest = widest_[static_cast<std::size_t>(column - 1)];
+    return widest.known ? std::optional(widest.width) : std::nullopt;
+}
+
+void ListView::growWidest(std::span<const Entry> entries) {
+    // Of rows that are like a model which was met already only the texts of their own can be wider.
+    constexpr std::size_t kModels = 16;
+    std::array<const RowContent*, kModels> models{};
+    std::size_t count = 0;
+    for (const Entry& entry : entries) {
+        const RowContent* const model = entry.content->model();
+        const auto end = models.begin() + static_cast<std::ptrdiff_t>(std::min(count, kModels));
+        const bool isMet = model && std::find(models.begin(), end, model) != end;
+        growWidest(*entry.content, isMet);
+        if (model && !isMet) models[count++ % kModels] = model;
+    }
+}
+
+void ListView::growWidest(const RowContent& content, bool ownTextsOnly) {
+    const auto grow = [&](int column) {
+        if (column > columnCount()) return;
         Widest& widest = widest_[static_cast<std::size_t>(column - 1)];
         if (widest.known) widest.width = std::max(widest.width, contentWidth(content, column));
-    }
+    };
+    if (ownTextsOnly) return content.visitOwnColumns(grow);
+    for (int column = 1; column <= columnCount(); ++column) grow(column);
 }
 
 void ListView::shrinkWidest(const RowContent& content) noexcept {
     for (int column = 1; column <= columnCount(); ++column) {
         Widest& widest = widest_[static_cast<std::size_t>(column - 1)];
+        if (!widest.known) continue;
         const auto width = content.rememberedWidth(fontNumber_, column);
         if (!width || *width >= widest.width) widest.known = false;
     }

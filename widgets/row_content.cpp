@@ -34,8 +34,8 @@ RowContent* RowContent::allocate(RowKeys keys, std::size_t characters, const Row
                                  std::uint32_t own) {
     static_assert(sizeof(RowContent) % alignof(std::uint32_t) == 0 && sizeof(float) == sizeof(std::uint32_t));
     const std::size_t cells = keys->size();
-    const auto numbers = model ? static_cast<std::size_t>(std::popcount(own) + std::popcount(own & kShown))
-                               : kRowFields + kCellFields * cells + 1 + cells;
+    const std::size_t numbers =
+        model ? countOf(own) + countOf(own & kShown) : kRowFields + kCellFields * cells + 1 + cells;
     const std::size_t bytes =
         sizeof(RowContent) + numbers * sizeof(std::uint32_t) + characters * sizeof(char16_t);
     return new (::operator new(bytes)) RowContent(std::move(keys), model, own);
@@ -45,7 +45,7 @@ std::u16string_view RowContent::field(std::size_t index) const noexcept {
     std::size_t place = index;
     if (model_) {
         if (((own_ >> index) & 1U) == 0) return model_->field(index);
-        place = static_cast<std::size_t>(std::popcount(ownBelow(index)));
+        place = countOf(ownBelow(index));
     }
     const std::size_t begin = place == 0 ? 0 : ends()[place - 1];
     return {characters() + begin, ends()[place] - begin};
@@ -65,10 +65,6 @@ int RowContent::cellOf(std::u16string_view key) const noexcept {
     const auto found = std::find_if(keys_->begin(), keys_->end(),
                                     [key](const auto& own) { return base::equalsIgnoringCase(own, key); });
     return found == keys_->end() ? 0 : static_cast<int>(found - keys_->begin()) + 1;
-}
-
-bool RowContent::has(std::span<const OwnText> texts) const noexcept {
-    return std::ranges::all_of(texts, [this](const OwnText& own) { return field(own.field) == own.text; });
 }
 
 std::u16string_view RowContent::columnText(int column) const noexcept {
@@ -109,13 +105,6 @@ RowPtr RowContent::withCell(int cell, CellField changed, std::u16string_view tex
     RowPtr copy = withField(first + static_cast<std::size_t>(changed), text);
     if (changed == CellField::Text) copy->forgetText(cell + 1);
     return copy;
-}
-
-std::optional<base::Twips> RowContent::rememberedWidth(std::uint32_t fontNumber, int column) const noexcept {
-    if (column < 1 || static_cast<std::size_t>(column) > columnCount()) return std::nullopt;
-    if (!ownsColumn(column)) return model_->rememberedWidth(fontNumber, column);
-    if (widthsFont_ != fontNumber || widths()[widthIndex(column)] < 0) return std::nullopt;
-    return widths()[widthIndex(column)];
 }
 
 void RowContent::rememberWidth(std::uint32_t fontNumber, int column, base::Twips width) const {

@@ -50,12 +50,14 @@ public:
     explicit RowPtr(const RowContent* content) noexcept : content_(content) { acquire(); }
     RowPtr(const RowPtr& other) noexcept : content_(other.content_) { acquire(); }
     RowPtr(RowPtr&& other) noexcept : content_(std::exchange(other.content_, nullptr)) {}
-    RowPtr& operator=(RowPtr other) noexcept {
-        std::swap(content_, other.content_);
+    RowPtr& operator=(const RowPtr& other) noexcept { return *this = RowPtr(other); }
+    RowPtr& operator=(RowPtr&& other) noexcept {
+        const RowContent* const before = std::exchange(content_, std::exchange(other.content_, nullptr));
+        if (before) release(before);
         return *this;
     }
     ~RowPtr() {
-        if (content_) release();
+        if (content_) release(content_);
     }
     const RowContent& operator*() const noexcept { return *content_; }
     const RowContent* operator->() const noexcept { return content_; }
@@ -65,7 +67,7 @@ public:
 private:
     static void destroy(const RowContent* content) noexcept;
     inline void acquire() const noexcept;
-    inline void release() const noexcept;
+    static inline void release(const RowContent* content) noexcept;
     const RowContent* content_ = nullptr;
 };
 
@@ -101,8 +103,6 @@ public:
     std::u16string_view smallIcon() const noexcept { return field(2); }
 
     int cellCount() const noexcept { return static_cast<int>(keys_->size()); }
-    /// Whether these texts are the ones it has in their places.
-    bool has(std::span<const OwnText> texts) const noexcept;
     /// The row that this one is like; null when it is like none.
     const RowContent* model() const noexcept { return model_.get(); }
     /// Whether the text of a column may differ from the model's.
@@ -121,6 +121,13 @@ public:
     /// The text shown in a column (1-based): the row's own in the first, a cell's in the others.
     std::u16string_view columnText(int column) const noexcept;
 
+    /// Calls `visit` with each column whose text may differ from the model's. There is a model.
+    template <class Visit>
+    void visitOwnColumns(Visit&& visit) const {
+        for (std::uint32_t fields = own_ & kShown; fields != 0; fields &= fields - 1)
+            visit(columnOf(static_cast<std::size_t>(std::countr_zero(fields))));
+    }
+
     const RowKeys& keys() const noexcept { return keys_; }
 
     /// A copy for editing.
@@ -131,7 +138,14 @@ public:
     RowPtr withCell(int cell, CellField field, std::u16string_view text) const;
 
     /// The remembered width of a column's text, or nothing when this font has not measured it.
-    std::optional<base::Twips> rememberedWidth(std::uint32_t fontNumber, int column) const noexcept;
+    std::optional<base::Twips> rememberedWidth(std::uint32_t fontNumber, int column) const noexcept {
+        if (column < 1 || static_cast<std::size_t>(column) > columnCount()) return std::nullopt;
+        const RowContent* owner = this;
+        while (!owner->ownsColumn(column)) owner = owner->model_.get();
+        if (owner->widthsFont_ != fontNumber) return std::nullopt;
+        const float width = owner->widths()[owner->widthIndex(column)];
+        return width < 0 ? std::nullopt : std::optional(width);
+    }
     void rememberWidth(std::uint32_t fontNumber, int column, base::Twips width) const;
 
     /// The remembered key of a column's text; null when another column or none was sorted by last.
@@ -163,24 +177,28 @@ private:
     static constexpr std::size_t textOf(int column) noexcept { // the field that a column shows
         return column == 1 ? 0 : kRowFields + kCellFields * static_cast<std::size_t>(column - 2);
     }
+    static constexpr int columnOf(std::size_t shownField) noexcept {
+        return shownField == 0 ? 1 : static_cast<int>((shownField - kRowFields) / kCellFields) + 2;
+    }
     static constexpr std::size_t kMostFieldsWithModel = 32; // as many as `own_` has bits
     /// The fields that columns show, a bit each.
     static constexpr std::uint32_t kShown = 0x8888'8889;
     std::size_t fieldCount() const noexcept { return kRowFields + kCellFields * keys_->size(); }
     std::size_t columnCount() const noexcept { return 1 + keys_->size(); }
+    // There are few: faster than what counts all bits where the processor is not told to.
+    static constexpr std::size_t countOf(std::uint32_t fields) noexcept {
+        std::size_t count = 0;
+        for (; fields != 0; fields &= fields - 1U) ++count;
+        return count;
+    }
     std::uint32_t ownBelow(std::size_t field) const noexcept { return own_ & ((1U << field) - 1U); }
     std::size_t widthIndex(int column) const noexcept { // for a column of its own
-        return model_ ? static_cast<std::size_t>(std::popcount(ownBelow(textOf(column)) & kShown))
-                      : static_cast<std::size_t>(column - 1);
+        return model_ ? countOf(ownBelow(textOf(column)) & kShown) : static_cast<std::size_t>(column - 1);
     }
 
     // What follows the object in its memory, for the fields of its own.
-    std::size_t endCount() const noexcept {
-        return model_ ? static_cast<std::size_t>(std::popcount(own_)) : fieldCount();
-    }
-    std::size_t widthCount() const noexcept {
-        return model_ ? static_cast<std::size_t>(std::popcount(own_ & kShown)) : columnCount();
-    }
+    std::size_t endCount() const noexcept { return model_ ? countOf(own_) : fieldCount(); }
+    std::size_t widthCount() const noexcept { return model_ ? countOf(own_ & kShown) : columnCount(); }
     std::uint32_t* ends() const noexcept { // where each text ends
         return reinterpret_cast<std::uint32_t*>(const_cast<RowContent*>(this + 1));
     }
@@ -203,8 +221,8 @@ void RowPtr::acquire() const noexcept {
     if (content_) ++content_->references_;
 }
 
-void RowPtr::release() const noexcept {
-    if (--content_->references_ == 0) destroy(content_);
+void RowPtr::release(const RowContent* content) noexcept {
+    if (--content->references_ == 0) destroy(content);
 }
 
 /// The finished content of a row. It shares `keys` when these are the row's, else it gets its own.

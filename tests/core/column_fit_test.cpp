@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace cvlog::core {
 namespace {
 
@@ -51,6 +53,30 @@ TEST_F(ColumnFit, MeasuresAllRowsAndTheCaptionsWithoutARow) {
     for (int column = 1; column <= 7; ++column)
         EXPECT_EQ(list.column(column).width, wide(u"longer than all of the captions") + kPadding[column - 1])
             << column;
+}
+
+TEST_F(ColumnFit, OfManyRowsGivesTheWidthsThatFittingThemInTurnGives) {
+    const auto widthsAfter = [&](float start, const auto& fit) {
+        std::vector<float> widths;
+        for (int column = 1; column <= 7; ++column) list.setColumnWidth(column, column == 3 ? 0 : start);
+        fit();
+        for (int column = 1; column <= 7; ++column) widths.push_back(list.column(column).width);
+        return widths;
+    };
+    std::mt19937 random(5);
+    append(u"first");
+    for (int round = 0; round < 200; ++round) {
+        const int first = list.rowCount() + 1;
+        for (auto n = 1 + random() % 9; n > 0; --n)
+            append(std::u16string(random() % 12, random() % 2 == 0 ? u'i' : u'M'));
+        if (random() % 2 == 0) list.widestCell(7); // remembered from now on, or not yet
+        const auto start = static_cast<float>(1 + random() % 3000);
+        const std::vector<float> inTurn = widthsAfter(start, [&] {
+            for (int row = first; row <= list.rowCount(); ++row) AutoSizeColumns(list, row);
+        });
+        ASSERT_EQ(widthsAfter(start, [&] { AutoSizeColumns(list, first, list.rowCount()); }), inTurn)
+            << round;
+    }
 }
 
 TEST_F(ColumnFit, MeasuresTheCaptionsForTheOnlyRow) {

@@ -117,6 +117,59 @@ TEST_F(ErrorRow, AsksTheHostOnceForWhatIsTheSame) {
     EXPECT_EQ(asked("Workspace.TranslateReturnCode").size(), 3U);
 }
 
+TEST_F(ErrorRow, SharesWithOthersWhatTheyHaveInCommon) {
+    std::string first = errorLine("PROG", "PAYROLL", "Error", "E1", "one");
+    std::string second = errorLine("PROG", "PAYROLL", "Error", "E1", "two");
+    std::string third = errorLine("PROG", "PAYROLL", "Warning", "E1", "two");
+    const widgets::RowPtr row = rows.FillErrorRow(first, 1);
+    rows.forget();
+    EXPECT_EQ(rows.FillErrorRow(second, 2)->model(), row->model()) << "the host said the same again";
+    EXPECT_NE(rows.FillErrorRow(third, 3)->model(), row->model());
+    world.host.objects[u"P1"]->set(u"DisplayName", u"Renamed");
+    rows.forget();
+    EXPECT_NE(rows.FillErrorRow(first, 4)->model(), row->model());
+    EXPECT_EQ(row->cellText(4), u"Payroll program") << "a row never changes";
+}
+
+TEST_F(ErrorRow, FollowsEachAnswerOfTheHostThatChanges) {
+    const std::string line = errorLine("PROG", "PAYROLL", "Error", "E1", "m");
+    const auto after = [&](const auto& change) {
+        fill(line);
+        change();
+        rows.forget();
+        return cells(line);
+    };
+    const std::string path = "|Message=m{C:\\Proj\\given.errors}";
+    EXPECT_EQ(after([&] { world.host.types[u"PROG"]->set(u"DisplayName", u"Other"); }),
+              "Type=Other{PROG}|Name=Payroll program{P1}[PROG]|Result=RC E1[Bad]" + path);
+    EXPECT_EQ(after([&] { world.host.types[u"PROG"]->set(u"KeyName", u"ICON"); }),
+              "Type=Other{ICON}|Name=Payroll program{P1}[ICON]|Result=RC E1[Bad]" + path);
+    EXPECT_EQ(after([&] { world.host.objects[u"P1"]->set(u"ID", u"P9"); }),
+              "Type=Other{ICON}|Name=Payroll program{P9}[ICON]|Result=RC E1[Bad]" + path);
+    EXPECT_EQ(after([&] {
+                  world.host.workspace->on(u"TranslateReturnCode", [](std::span<automation::Value>) {
+                      return automation::Value(u"new text");
+                  });
+              }),
+              "Type=Other{ICON}|Name=Payroll program{P9}[ICON]|Result=new text[Bad]" + path);
+    EXPECT_EQ(after([&] { world.host.repository->remove(u"FindObject"); }),
+              "Type=Other{ICON}[ICON]|Name=|Result=new text[Bad]" + path);
+}
+
+TEST_F(ErrorRow, IsRightHoweverManyCodesAndObjectsThereAre) {
+    for (int round = 0; round < 2; ++round) {
+        for (int i = 0; i < 10'000; ++i) {
+            const std::string code = "E" + std::to_string(i % 100);
+            const std::string object = i % 3 == 0 ? "PAYROLL" : "O" + std::to_string(i);
+            ASSERT_EQ(cells(errorLine("PROG", object, "Error", code, "m")),
+                      (i % 3 == 0 ? "Type=Program{PROG}|Name=Payroll program{P1}[PROG]"
+                                  : "Type=Program{PROG}[PROG]|Name=") +
+                          ("|Result=RC " + code + "[Bad]|Message=m{C:\\Proj\\given.errors}"));
+            if (i % 50 == 0) rows.forget();
+        }
+    }
+}
+
 TEST_F(ErrorRow, OfTextBeyondAsciiIsDecodedInEveryPart) {
     world.host.addObject(u"U1", u"\u00C4RGER", u"\u00C4rger", u"PROG", u"");
     EXPECT_EQ(cells(errorLine("PROG", "\u00C4RGER", "Error", "\u00C9", "na\u00EFf")),

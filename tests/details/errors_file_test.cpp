@@ -99,6 +99,16 @@ TEST_F(ErrorsFileTest, LeavesOutWhatMakesALineTooLongToBeRead) {
     EXPECT_EQ(cut[2].size(), longest);
 }
 
+TEST_F(ErrorsFileTest, GivesTheCallerTheWordAtLeastEveryMegabyteOfWhatItLeavesOut) {
+    constexpr std::size_t kMegabytes = 40;
+    const Lines lines =
+        linesOf(std::string(ErrorsFile::kLongestLine + (kMegabytes << 20) + 5, 'x') + "\nnext\r\n");
+    ASSERT_GE(lines.size(), kMegabytes / 2 + 2);
+    EXPECT_EQ(lines.front().size(), ErrorsFile::kLongestLine);
+    EXPECT_EQ(lines.back(), "next");
+    for (std::size_t i = 1; i + 1 < lines.size(); ++i) EXPECT_EQ(lines[i], "");
+}
+
 TEST_F(ErrorsFileTest, ReadsNoMoreThanThereWasWhenItWasOpened) {
     ErrorsFile file = open("a\nb\n");
     files.append(kPath, "c\n");

@@ -38,8 +38,11 @@ protected:
             oracle_.clear();
         } else if (pick(100) < GetParam().insertions || oracle_.empty()) {
             const std::size_t at = pick(3) == 0 ? oracle_.size() : place(oracle_.size() + 1);
-            sequence_.insert(at, std::make_shared<int>(step));
-            oracle_.insert(oracle_.begin() + static_cast<std::ptrdiff_t>(at), step);
+            std::vector<std::shared_ptr<int>> run(pick(20) == 0 ? 1 + pick(Sequence::kLongestRun) : 1);
+            for (auto& value : run) value = std::make_shared<int>(step);
+            const std::size_t length = run.size();
+            sequence_.insertRun(at, run);
+            oracle_.insert(oracle_.begin() + static_cast<std::ptrdiff_t>(at), length, step);
         } else {
             const std::size_t at = place(oracle_.size());
             sequence_.remove(at);
@@ -83,6 +86,23 @@ TEST(ChunkedSequence, ShrinksToNothingFromEitherEnd) {
         EXPECT_EQ(sequence.size(), 0U);
         sequence.insert(0, std::make_shared<int>(7));
         EXPECT_EQ(*sequence[0], 7);
+    }
+}
+
+TEST(ChunkedSequence, TakesRunsOneBehindTheOtherInItsMiddle) {
+    for (const std::size_t length : {std::size_t{1}, std::size_t{49}, Sequence::kLongestRun}) {
+        Sequence sequence;
+        for (int i = 0; i < 1000; ++i) sequence.insert(sequence.size(), std::make_shared<int>(-1));
+        std::size_t at = 300;
+        for (int n = 0; at < 5000;) {
+            std::vector<std::shared_ptr<int>> run;
+            for (std::size_t i = 0; i < length; ++i) run.push_back(std::make_shared<int>(n++));
+            sequence.insertRun(at, run);
+            at += length;
+        }
+        ASSERT_EQ(sequence.size(), at + 700);
+        for (std::size_t i = 0; i < sequence.size(); ++i)
+            ASSERT_EQ(*sequence[i], i < 300 || i >= at ? -1 : static_cast<int>(i) - 300) << length;
     }
 }
 

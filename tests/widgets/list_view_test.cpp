@@ -1,5 +1,6 @@
 #include "widgets/list_view.h"
 
+#include "base/text.h"
 #include "tests/widgets/list_view_fixture.h"
 
 #include <stdexcept>
@@ -14,6 +15,72 @@ TEST_F(ListViewTest, InsertsAtAnyPositionAndAppends) {
     list.append(rowOf(u"e"));
     EXPECT_EQ(texts(), (Texts{u"a", u"b", u"c", u"d", u"e"}));
     EXPECT_EQ(peer().told("rowsInserted"), 5);
+}
+
+TEST_F(ListViewTest, InsertsManyRowsAtOnceAndTellsSoOnce) {
+    fill({u"a", u"d"});
+    list.select(2, true);
+    list.focusRow(2);
+    const int before = peer().told("rowsInserted");
+    std::vector<RowPtr> rows{rowOf(u"b"), rowOf(u"c")};
+    const RowId last = list.insertRun(2, rows);
+    EXPECT_EQ(texts(), (Texts{u"a", u"b", u"c", u"d"}));
+    EXPECT_EQ(peer().told("rowsInserted"), before + 1);
+    EXPECT_EQ(list.positionOf(last), 3);
+    EXPECT_EQ(list.idAt(2), last - 1);
+    EXPECT_EQ(list.focusedRow(), 4);
+    EXPECT_EQ(list.selectedRow(), 4);
+    EXPECT_EQ(list.selectedCount(), 1);
+}
+
+TEST_F(ListViewTest, InsertsRunsOfAnyLength) {
+    fill({u"first", u"last"});
+    std::vector<RowPtr> rows;
+    for (int i = 0; i < 1000; ++i) rows.push_back(rowOf(base::decimal(i)));
+    list.insertRun(2, rows);
+    ASSERT_EQ(list.rowCount(), 1002);
+    for (int i = 0; i < 1000; ++i) ASSERT_EQ(list.row(i + 2).text(), base::decimal(i));
+    EXPECT_EQ(list.row(1002).text(), u"last");
+}
+
+TEST_F(ListViewTest, PutsARunIntoItsOrderWhileItIsSorted) {
+    fill({u"b", u"d"});
+    list.setSorted(true);
+    std::vector<RowPtr> rows{rowOf(u"e"), rowOf(u"a"), rowOf(u"c")};
+    list.insertRun(1, rows);
+    EXPECT_EQ(texts(), (Texts{u"a", u"b", u"c", u"d", u"e"}));
+}
+
+TEST_F(ListViewTest, CopiesManyRowsOfAnotherListWithTheirNumbers) {
+    const auto ids = std::make_shared<RowIds>();
+    ListView source(collator, measurer, ids);
+    ListView target(collator, measurer, ids);
+    for (const std::u16string_view text : {u"a", u"b", u"c", u"d"})
+        source.append(rowOf(std::u16string(text)));
+    target.append(rowOf(u"x"));
+    target.insertCopies(1, source, 2, 2);
+    ASSERT_EQ(target.rowCount(), 3);
+    EXPECT_EQ(target.row(1).text(), u"b");
+    EXPECT_EQ(target.idAt(2), source.idAt(3));
+}
+
+TEST_F(ListViewTest, KnowsTheWidestCellAlsoWhenRowsLikeOneAnotherCome) {
+    const RowPtr model = rowOf(u"model");
+    const auto like = [&](std::u16string_view text) {
+        const OwnText own[] = {{RowField::Text, text}};
+        return makeRowLike(model, own);
+    };
+    list.setColumns({{u"A", u"A", 100, 0, u""}});
+    fill({u"x"});
+    EXPECT_EQ(list.rememberedWidestCell(1), std::nullopt);
+    list.widestCell(1);
+    std::vector<RowPtr> rows{like(u"short"), like(u"the widest of them"), like(u"wide")};
+    list.insertRun(1, rows);
+    EXPECT_EQ(list.rememberedWidestCell(1), list.textWidth(u"the widest of them"));
+    list.remove(2);
+    EXPECT_EQ(list.widestCell(1), list.textWidth(u"wide"));
+    list.append(makeRowLike(model, {}));
+    EXPECT_EQ(list.widestCell(1), std::max(list.textWidth(u"wide"), list.textWidth(u"model")));
 }
 
 TEST_F(ListViewTest, RemovesAndClears) {

@@ -1,5 +1,7 @@
 #include "widgets/row_content.h"
 
+#include "base/text.h"
+
 #include <gtest/gtest.h>
 
 namespace cvlog::widgets {
@@ -120,6 +122,99 @@ TEST(RowContent, ACopyForgetsTheWidthOfTheChangedTextOnly) {
     EXPECT_EQ(known(row->with(RowField::Tag, u"t")), "1111");
     EXPECT_EQ(known(row), "1111");
     EXPECT_EQ(known(makeRow(sampleRow())->with(RowField::Text, u"t")), "0000");
+}
+
+/// A row that is like the sample but for three texts, one of them empty.
+RowPtr likeSample(const RowPtr& model) {
+    const OwnText own[] = {
+        {RowField::Tag, u"own tag"}, {1, CellField::Text, u""}, {2, CellField::Text, u"own b"}};
+    return makeRowLike(model, own);
+}
+
+TEST(RowLikeAnother, HasItsOwnTextsAndAllOthersOfTheModel) {
+    const RowPtr model = makeRow(sampleRow());
+    const RowPtr row = likeSample(model);
+    Row expected = sampleRow();
+    expected.tag = u"own tag";
+    expected.cells[0].text.clear();
+    expected.cells[1].text = u"own b";
+    EXPECT_TRUE(row->edit() == expected);
+    EXPECT_TRUE(model->edit() == sampleRow());
+    EXPECT_EQ(row->model(), model.get());
+    EXPECT_EQ(row->keys(), model->keys());
+    EXPECT_EQ(row->columnText(3), u"own b");
+    EXPECT_EQ(row->columnText(4), u"c1");
+    EXPECT_EQ(row->columnText(9), u"");
+}
+
+TEST(RowLikeAnother, MayBeTheModelOfAThird) {
+    const OwnText last[] = {{3, CellField::ToolTip, u"tip"}};
+    const RowPtr row = makeRowLike(likeSample(makeRow(sampleRow())), last);
+    EXPECT_EQ(row->tag(), u"own tag");
+    EXPECT_EQ(row->cellToolTip(3), u"tip");
+    EXPECT_EQ(row->cellText(2), u"own b");
+    EXPECT_EQ(row->smallIcon(), u"icon");
+}
+
+TEST(RowLikeAnother, KnowsWhichColumnsMayDiffer) {
+    const RowPtr row = likeSample(makeRow(sampleRow()));
+    std::string own;
+    for (int column = 1; column <= 4; ++column) own += row->ownsColumn(column) ? '1' : '0';
+    EXPECT_EQ(own, "0110");
+    std::vector<int> visited;
+    row->visitOwnColumns([&](int column) { visited.push_back(column); });
+    EXPECT_EQ(visited, (std::vector<int>{2, 3}));
+    EXPECT_TRUE(makeRow(sampleRow())->ownsColumn(1)) << "a row without a model owns all";
+}
+
+TEST(RowLikeAnother, SharesTheWidthsOfWhatItHasInCommon) {
+    const RowPtr model = makeRow(sampleRow());
+    const RowPtr row = likeSample(model);
+    const RowPtr other = likeSample(model);
+    row->rememberWidth(1, 1, 10);
+    row->rememberWidth(1, 2, 20);
+    row->rememberWidth(1, 3, 30);
+    row->rememberWidth(1, 4, 40);
+    for (int column = 1; column <= 4; ++column)
+        EXPECT_EQ(row->rememberedWidth(1, column), static_cast<float>(10 * column));
+    EXPECT_EQ(other->rememberedWidth(1, 1), 10);
+    EXPECT_EQ(other->rememberedWidth(1, 2), std::nullopt);
+    EXPECT_EQ(other->rememberedWidth(1, 4), 40);
+    EXPECT_EQ(model->rememberedWidth(1, 2), std::nullopt);
+    row->rememberWidth(2, 3, 7);
+    EXPECT_EQ(row->rememberedWidth(1, 2), std::nullopt) << "another font";
+    EXPECT_EQ(row->rememberedWidth(1, 4), 40) << "the model was not measured with it";
+}
+
+TEST(RowLikeAnother, IsCopiedWithOneTextChanged) {
+    const RowPtr row = likeSample(makeRow(sampleRow()));
+    for (int column = 1; column <= 4; ++column) row->rememberWidth(1, column, 10.0F);
+    const RowPtr copy = row->withCell(3, CellField::Text, u"changed");
+    Row expected = row->edit();
+    expected.cells[2].text = u"changed";
+    EXPECT_TRUE(copy->edit() == expected);
+    EXPECT_EQ(copy->rememberedWidth(1, 4), std::nullopt);
+}
+
+TEST(RowLikeAnother, KeepsItsModelAlive) {
+    RowPtr model = makeRow(sampleRow());
+    const RowPtr row = likeSample(model);
+    model = {};
+    EXPECT_EQ(row->text(), u"text");
+}
+
+TEST(RowLikeAnother, MayHaveAnyNumberOfCells) {
+    for (const int cells : {0, 1, 7, 8, 20}) {
+        Row wide;
+        for (int i = 0; i < cells; ++i) wide.cells.push_back({u"key" + base::decimal(i), u"t", {}, {}, {}});
+        std::vector<OwnText> own{{RowField::Text, u"own"}};
+        if (cells > 0) own.emplace_back(cells, CellField::ToolTip, u"last");
+        const RowPtr row = makeRowLike(makeRow(wide), own);
+        EXPECT_EQ(row->text(), u"own") << cells;
+        EXPECT_EQ(row->cellToolTip(cells), cells > 0 ? u"last" : u"");
+        EXPECT_EQ(row->cellText(1), cells > 0 ? u"t" : u"");
+        EXPECT_EQ(row->cellCount(), cells);
+    }
 }
 
 TEST(RowPtrTest, CountsItsReferences) {
