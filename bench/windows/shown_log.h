@@ -28,6 +28,9 @@ public:
     void fill(int rows);
     std::shared_ptr<view::LogControl> makeControl() { return std::make_shared<view::LogControl>(globals_); }
 
+    core::Globals& globals() noexcept { return globals_; }
+    /// Files in memory, which its entries may refer to.
+    platform::headless::MemoryFileSystem& files() noexcept { return platform_.files; }
     widgets::ListView& list(int index = 0) { return controls_[static_cast<std::size_t>(index)]->lvLog(); }
     platform::win32::ListViewWindow& window(int index = 0) { return windowOf(list(index)); }
     static platform::win32::ListViewWindow& windowOf(widgets::ListView& list) {
