@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <exception>
 
 namespace cvlog::details {
 
@@ -63,27 +64,38 @@ int ChildRows::placeIn(const ListView& list, widgets::RowId after) const noexcep
 void ChildRows::insertIntoView(std::span<widgets::RowPtr> rows) {
     const int place = placeIn(*view_, last_);
     last_ = view_->insertRun(place, rows);
+    notCopied_ += static_cast<int>(rows.size());
     lastGuess_ = place + static_cast<int>(rows.size()) - 1;
 }
 
 void ChildRows::copyInto(ListView& list, int first, int last) {
     keepUnsorted(list);
     core::AttachImageLists(globals_, list);
-    int place = placeIn(list, lastCopied_);
+    int place = lastCopied_ == 0 ? list.positionOf(entry_, entryGuess_) + 1 : placeIn(list, lastCopied_);
     int row = first;
-    // A list that was made meanwhile has begun with rows that are here.
+    // A list that was made meanwhile has begun with rows that are here, and one that failed may have got some.
     for (; row <= last && place <= list.rowCount() && list.idAt(place) == view_->idAt(row); ++row) ++place;
     if (row > last) return;
     list.insertCopies(place, *view_, row, last - row + 1);
     core::AutoSizeColumns(list, place, place + last - row);
 }
 
-void ChildRows::copyToOthers(const Lists& lists, int count) {
+// A list that fails does not keep the rows from the others; until all have them they count as not copied.
+void ChildRows::copyToOthers(const Lists& lists) {
     const int last = lastPosition();
     if (last == 0) return;
-    for (const auto& list : lists)
-        if (list != view_ && holdsEntry(*list)) copyInto(*list, last - count + 1, last);
+    std::exception_ptr failure;
+    for (const auto& list : lists) {
+        if (list == view_ || !holdsEntry(*list)) continue;
+        try {
+            copyInto(*list, last - notCopied_ + 1, last);
+        } catch (...) {
+            if (!failure) failure = std::current_exception();
+        }
+    }
+    if (failure) std::rethrow_exception(failure);
     lastCopied_ = last_;
+    notCopied_ = 0;
 }
 
 void ChildRows::flush() {
@@ -94,7 +106,7 @@ void ChildRows::flush() {
     const Batches batches(lists);
     keepUnsorted(*view_);
     insertIntoView(rows);
-    copyToOthers(lists, static_cast<int>(rows.size()));
+    copyToOthers(lists);
 }
 
 void ChildRows::addToView(widgets::RowPtr row) {
@@ -110,7 +122,7 @@ void ChildRows::copyLast() {
     if (last_ == lastCopied_ || entryPosition() == 0) return;
     const Lists lists = globals_.LogViews.all();
     const Batches batches(lists);
-    copyToOthers(lists, 1);
+    copyToOthers(lists);
 }
 
 void ChildRows::removeOrphans() {

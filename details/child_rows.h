@@ -25,8 +25,10 @@ public:
 
     /// A row for the view alone at first, with columns that fit it. What waits comes before it.
     void addToView(widgets::RowPtr row);
-    /// Brings that row into the other lists, unless they got it meanwhile.
+    /// Brings that row, and what a failure kept from them before, into the other lists, unless they got it meanwhile.
     void copyLast();
+    /// Leaves it in the view alone.
+    void leaveLast() noexcept { notCopied_ = 0; }
 
     /// The place of the last row in the view; 0 when there is none.
     int lastPosition();
@@ -40,7 +42,7 @@ private:
     int placeIn(const widgets::ListView& list, widgets::RowId after) const noexcept;
     void insertIntoView(std::span<widgets::RowPtr> rows);
     void copyInto(widgets::ListView& list, int first, int last);
-    void copyToOthers(const Lists& lists, int count);
+    void copyToOthers(const Lists& lists);
     bool isShown(const Lists& lists) const noexcept;
 
     core::Globals& globals_;
@@ -51,6 +53,7 @@ private:
     widgets::RowId last_ = 0;
     widgets::RowId lastCopied_ = 0;
     int lastGuess_;
+    int notCopied_ = 0; // rows at the end of the view's that other lists lack
     std::vector<widgets::RowPtr> waiting_;
 };
 

@@ -96,9 +96,12 @@ bool Expansion::checkpoint(widgets::RowPtr row) {
     view_->repaint();
     showDialog();
     if (const int last = children_.lastPosition()) view_->scrollTo(last);
-    if (!yield()) return false; // the row stays in this list alone
-    children_.copyLast();
-    return true;
+    const bool goOn = yield();
+    if (goOn)
+        children_.copyLast();
+    else
+        children_.leaveLast();
+    return goOn;
 }
 
 bool Expansion::goOnAfterInput() {

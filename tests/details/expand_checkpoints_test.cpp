@@ -1,10 +1,12 @@
 // A long errors file: every fifty rows the list is shown and other code runs, and a strip offers to stop.
 
+#include "base/failure.h"
 #include "core/log_row_kind.h"
 #include "details/expand_entry.h"
 #include "details/frm_cancel.h"
 #include "tests/support/expansion_world.h"
 #include "tests/support/placed_log.h"
+#include "view/list_set.h"
 
 #include <gtest/gtest.h>
 
@@ -304,6 +306,67 @@ TEST_F(ExpansionOwner, OfAFloatingLogIsItsWindow) {
                              "Form.pointerChanged"}));
     EXPECT_TRUE(placement().frmLog->form()->enabled());
     EXPECT_EQ(placement().frmLog->form()->pointer(), widgets::Pointer::Default);
+}
+
+TEST_F(ExpansionOwner, OfAFloatingLogIsItsWindowAlsoWithTheOptionButNoContainer) {
+    world.LogWorld::globals.LogWindowVisible = true;
+    host::ShowLog(globals());
+    giveWindow();
+    world.globals.options.DockedOption = true;
+    opened();
+    EXPECT_EQ(told(), (Calls{"Form.enabledChanged", "Form.pointerChanged", "Form.enabledChanged",
+                             "Form.pointerChanged"}));
+}
+
+TEST_F(ExpansionOwner, GetsItsBusyPointerAgainAfterEveryYield) {
+    giveWindow();
+    assumeParent();
+    world.globals.options.DockedOption = true;
+    std::string lines;
+    for (int i = 0; i < 120; ++i) lines += "line\n";
+    world.platform.files.addFile(tests::kErrorsPath, lines);
+    int asked = 0;
+    world.platform.pump.hasInput = [&] { return ++asked == 10; };
+    opened();
+    EXPECT_EQ(world.platform.pump.yields, 3);
+    EXPECT_EQ(told(), (Calls{"Window.Enabled = False", "Window.MousePointer = 13", "Window.MousePointer = 13",
+                             "Window.MousePointer = 13", "Window.MousePointer = 13", "Window.Enabled = True",
+                             "Window.MousePointer = 0"}));
+}
+
+TEST_F(ExpansionOwner, IsGivenBackWhateverEndsTheExpansion) {
+    giveWindow();
+    assumeParent();
+    world.globals.options.DockedOption = true;
+    std::string lines;
+    for (int i = 0; i < 120; ++i) lines += "line\n";
+    const std::function<void()> ends[] = {
+        [&] { forms().live.back()->userClicks(kCancelButton); },
+        [&] { forms().live.back()->userCloses(); },
+        [&] { world.platform.pump.programEnds = true; },
+        [&] { world.close(); },
+        [&] { world.controls.clear(); },
+        [&] { world.host.workspace->raise(u"TranslateReturnCode", tests::CallCounter::injectedError()); },
+    };
+    for (const auto& end : ends) {
+        world.platform.files.addFile(tests::kErrorsPath, lines);
+        world.platform.pump.atYield = [&](int) { end(); };
+        base::ignoring([&] { opened(); });
+        world.platform.pump.atYield = nullptr;
+        world.platform.pump.programEnds = false;
+        world.host.workspace->heal(u"TranslateReturnCode");
+        const Calls calls = told();
+        ASSERT_GE(calls.size(), 2U);
+        EXPECT_EQ(calls[calls.size() - 2], "Window.Enabled = True");
+        EXPECT_EQ(calls.back(), "Window.MousePointer = 0");
+        if (!globals().store.Workspace) {
+            ASSERT_TRUE(world.open());
+            world.globals.options.KeepInSession = true;
+        }
+        assumeParent();
+        world.globals.options.DockedOption = true;
+        view::ClearLists(globals());
+    }
 }
 
 TEST_F(ExpansionOwner, OfALogThatDoesNotFloatIsNone) {

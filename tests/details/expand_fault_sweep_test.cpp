@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 namespace cvlog::details {
 namespace {
 
@@ -63,6 +65,47 @@ TEST(ExpandFaultSweep, LeavesNothingBehindWhateverCallFails) {
     };
     sweep.leastCalls = 150;
     sweep.run();
+}
+
+/// Has no memory left for one measuring.
+class TiringMeasurer : public ports::TextMeasurer {
+public:
+    std::uint32_t fontNumber(const base::Font&) override { return 77; } // nobody else's
+    base::Twips width(std::uint32_t, std::u16string_view) override {
+        if (++calls == failsAt) throw std::bad_alloc();
+        return 100;
+    }
+    int calls = 0;
+    int failsAt = 0;
+};
+
+TEST(ExpandFaultSweep, AListThatCannotMeasureKeepsNoRowFromAnotherOne) {
+    for (int failing = 1;; ++failing) {
+        SCOPED_TRACE("measuring " + std::to_string(failing));
+        ExpansionWorld world(2);
+        TiringMeasurer measurer;
+        const auto tiring = std::make_shared<widgets::ListView>(world.platform.collator, measurer,
+                                                                world.globals.LogViews.rowIds());
+        tiring->setColumns({{u"Date", u"Date", 10, 1, {}}, {u"Message", u"Message", 10, 2, {}}});
+        for (int row = 1; row <= ExpansionWorld::kEntries; ++row) tiring->insertCopy(row, world.list(), row);
+        world.globals.LogViews.add(tiring);
+        world.addControl(); // one more behind it
+        world.writeLines(120);
+        measurer.failsAt = measurer.calls + failing;
+        bool thrown = false;
+        try {
+            world.expand();
+        } catch (const std::bad_alloc&) {
+            thrown = true;
+        }
+        EXPECT_EQ(world.globals.LogViews.count(), 4);
+        tests::expectNothingLeft(world);
+        world.globals.LogViews.remove(*tiring);
+        if (!thrown) {
+            EXPECT_GT(failing, 9) << "too few measurings";
+            break;
+        }
+    }
 }
 
 } // namespace
