@@ -165,5 +165,23 @@ TEST(ResourceForm, HasItsTemplatesInTheUsersLanguage) {
     EXPECT_EQ(templates.mnuPopUpLog[3].caption, resources::text(resources::Language::Japanese, 110));
 }
 
+TEST(ResourceForm, HasEveryTextOfItsListAndMenuInEveryLanguage) {
+    const char16_t* names[] = {u"mnuPopUpLog",   u"mnuLogShowErrors", u"mnuLogCollaps", u"mnuLogExpand",
+                               u"mnuLogDelete",  u"mnuLogClear",      u"mnuLogCopy",    u"mnuLogSave",
+                               u"mnuLogHistory", u"mnuCol",           u"mnuColumn",     u"mnuLogDocked",
+                               u"mnuLogHide"};
+    for (const auto language :
+         {resources::Language::English, resources::Language::Japanese, resources::Language::Korean}) {
+        const auto templates = core::LogTemplates::localised(language);
+        for (int i = 0; i < 7; ++i)
+            EXPECT_EQ(templates.lvLog.at(static_cast<std::size_t>(i)), resources::text(language, 100 + i));
+        for (int i = 0; i < 13; ++i) {
+            const auto& item = templates.mnuPopUpLog.at(static_cast<std::size_t>(i));
+            EXPECT_EQ(item.name, names[i]);
+            EXPECT_EQ(item.caption, resources::text(language, 107 + i)) << i;
+        }
+    }
+}
+
 } // namespace
 } // namespace cvlog::details

@@ -68,6 +68,8 @@ const DispatchTable& DaoDatabaseObject::dispatchTable() const {
                       optional(u"Options", Type::Any),
                       optional(u"LockEdit", Type::Any)},
                      [](Self& self, std::span<Value> values) {
+                         for (const Value& more : values.subspan(2))
+                             if (!more.isNothing()) raise(DaoError::InvalidArgument);
                          return self.openRecordset(values[0].as<std::u16string>(), values[1]);
                      }),
         method<Self>(u"Close", 5, Type::Nothing, {},

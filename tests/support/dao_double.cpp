@@ -36,6 +36,9 @@ public:
                           optional(u"ReadOnly", Type::Any),
                           optional(u"Connect", Type::Any)},
                          [](Self& self, std::span<Value> values) {
+                             // Read-write and shared, as who says nothing gets it: the double knows no other way.
+                             for (const Value& more : values.subspan(1))
+                                 if (!more.isNothing()) raise(DaoError::InvalidArgument);
                              return self.openDatabase(values[0].as<std::u16string>());
                          }),
             method<Self>(u"SetOption", 2, Type::Nothing, {{u"Option", Type::Int32}, {u"Value", Type::Any}},
