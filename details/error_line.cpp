@@ -38,7 +38,7 @@ public:
 private:
     void note(std::size_t at, std::uint64_t quotes) noexcept {
         constexpr std::size_t kMostly = 3; // in eight bytes
-        const std::size_t count = ((quotes >> 7) * kEachByte) >> 56;
+        const auto count = static_cast<std::size_t>(((quotes >> 7) * kEachByte) >> 56);
         std::size_t noted = 0;
         const auto noteNext = [&] {
             places_[count_ + noted++] = at + static_cast<std::size_t>(std::countr_zero(quotes)) / 8;

@@ -56,7 +56,12 @@ run_tests() {
 
 # build_and_test PRESET
 build_and_test() {
-    if build "$1" -DCVLOG_WERROR=ON; then run_tests "$1"; else failed=$((failed + 1)); fi
+    if build "$1" -DCVLOG_WERROR=ON; then
+        case $1 in windows-*) desktop_keep "$1" ;; esac
+        run_tests "$1"
+    else
+        failed=$((failed + 1))
+    fi
 }
 
 not_run() {

@@ -47,6 +47,16 @@ wine_stop() {
     wineserver -k >/dev/null 2>&1 || true
 }
 
+# desktop_keep PRESET: programs that come and go find the desktop up, until the end. It has to be there before any of
+# them: the one that brings it up lends it its output, which then never ends.
+desktop_keep() {
+    local log=build/log/desktop-keeper.log
+    rm -f "$log"
+    wine "build/$1/bin/desktop_keeper.exe" </dev/null >"$log" 2>&1 &
+    at_end kill $!
+    wait_for_file "$log" $! 60 || say "    No desktop is kept ($log)"
+}
+
 # A new desktop, on the display that is in force now.
 wine_restart() {
     wine_stop
