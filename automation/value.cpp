@@ -153,6 +153,10 @@ bool toBoolean(const Value& value) { return toDouble(value) != 0; }
 
 std::u16string toText(const Value& value) { return std::visit(TextOf{}, value.storage()); }
 
+std::u16string toText(Value&& value) {
+    return value.is<std::u16string>() ? std::move(value.makeText()) : toText(std::as_const(value));
+}
+
 ObjectRef toObject(const Value& value) {
     if (value.is<ObjectRef>()) return value.as<ObjectRef>();
     if (value.is<Missing>()) throw AutomationError(code::kParameterNotOptional, u"Parameter not optional");

@@ -87,6 +87,7 @@ double toDouble(const Value& value);
 float toSingle(const Value& value);
 bool toBoolean(const Value& value);
 std::u16string toText(const Value& value);
+std::u16string toText(Value&& value); // takes the text out of the value
 ObjectRef toObject(const Value& value);
 
 /// The value converted to a type; Type::Any leaves it as it is.

@@ -1,7 +1,10 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
+#include <iterator>
+#include <limits>
 
 namespace cvlog::base {
 
@@ -120,6 +123,26 @@ char32_t takePoint(const char*& from, const char* end) noexcept {
     return formed ? point : 0xFFFD;
 }
 
+// Writes at most as many code units as there are bytes; answers where they end.
+char16_t* widenUtf8(std::string_view text, char16_t* to) noexcept {
+    const char* from = text.data();
+    const char* const end = from + text.size();
+    for (;;) {
+        const std::size_t plain = asciiInFront(from, static_cast<std::size_t>(end - from));
+        widen(from, plain, to);
+        from += plain;
+        to += plain;
+        if (from == end) return to;
+        const char32_t point = takePoint(from, end);
+        if (point < 0x10000) {
+            *to++ = static_cast<char16_t>(point);
+        } else {
+            *to++ = static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10));
+            *to++ = static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF));
+        }
+    }
+}
+
 } // namespace
 
 char16_t foldCase(char16_t unit) noexcept {
@@ -156,8 +179,8 @@ std::u16string_view trimBlanks(std::u16string_view text) noexcept {
 }
 
 std::u16string decimal(std::int64_t number) {
-    const std::string digits = std::to_string(number);
-    return {digits.begin(), digits.end()};
+    char digits[std::numeric_limits<std::int64_t>::digits10 + 2]; // and the sign
+    return {digits, std::to_chars(digits, std::end(digits), number).ptr};
 }
 
 std::u16string replaceFirst(std::u16string_view text, std::u16string_view what, std::u16string_view by) {
@@ -195,26 +218,14 @@ std::u16string fromUtf8(std::string_view text) {
     return out;
 }
 
-void fromUtf8(std::string_view text, std::u16string& out) {
-    out.resize(text.size()); // never fewer than the code units that come
-    const char* from = text.data();
-    const char* const end = from + text.size();
-    char16_t* to = out.data();
-    for (;;) {
-        const std::size_t plain = asciiInFront(from, static_cast<std::size_t>(end - from));
-        widen(from, plain, to);
-        from += plain;
-        to += plain;
-        if (from == end) break;
-        const char32_t point = takePoint(from, end);
-        if (point < 0x10000) {
-            *to++ = static_cast<char16_t>(point);
-        } else {
-            *to++ = static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10));
-            *to++ = static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF));
-        }
-    }
-    out.resize(static_cast<std::size_t>(to - out.data()));
+char16_t* widenAscii(std::string_view bytes, char16_t* to) noexcept {
+    widen(bytes.data(), bytes.size(), to);
+    return to + bytes.size();
+}
+
+void fromUtf8(std::string_view text, std::u16string& out, std::size_t begin) {
+    out.resize(begin + text.size()); // never fewer than the code units that come
+    out.resize(static_cast<std::size_t>(widenUtf8(text, out.data() + begin) - out.data()));
 }
 
 } // namespace cvlog::base

@@ -33,9 +33,12 @@ std::string toUtf8(std::u16string_view text);
 /// The same into `out`, whose memory is used again.
 void toUtf8(std::u16string_view text, std::string& out);
 
+/// ASCII bytes as UTF-16, into memory for as many code units. Answers where they end.
+char16_t* widenAscii(std::string_view bytes, char16_t* to) noexcept;
+
 /// UTF-16 of UTF-8 text, lone surrogates in three-byte form included. A malformed byte becomes U+FFFD.
 std::u16string fromUtf8(std::string_view text);
 /// The same into `out`, whose memory is used again.
-void fromUtf8(std::string_view text, std::u16string& out);
+void fromUtf8(std::string_view text, std::u16string& out, std::size_t begin = 0);
 
 } // namespace cvlog::base

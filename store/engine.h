@@ -24,6 +24,11 @@ public:
     /// The same into `result`, whose memory is used again: for reading rows without end. The characters of the name
     /// must stay where and what they are as long as the row set is open.
     virtual void read(std::u16string_view column, automation::Value& result) { result = value(column); }
+    /// Appends what value() gives to a text, converted; nothing for a column without a value. The name is as for read().
+    virtual void appendText(std::u16string_view column, std::u16string& text) {
+        if (const automation::Value added = value(column); !added.isNothing())
+            text += automation::toText(added);
+    }
 
     /// Starts a new row: every column at its default, whatever an earlier unfinished row held.
     virtual void addNew() = 0;

@@ -6,6 +6,10 @@
 #include "core/column_fit.h"
 #include "core/results.h"
 
+#include <algorithm>
+#include <array>
+#include <vector>
+
 namespace cvlog::store {
 
 namespace {
@@ -30,19 +34,11 @@ public:
     std::int32_t number(Recordset& record) { return automation::toInt32(read(record)); }
     /// The reader's own, until the next reading.
     std::u16string& text(Recordset& record) {
-        read(record);
-        return asText();
-    }
-    /// The same, empty for a column without a value.
-    std::u16string_view textOrNothing(Recordset& record) {
-        return read(record).isNothing() ? std::u16string_view() : asText();
+        if (!read(record).is<std::u16string>()) value_ = automation::toText(value_);
+        return value_.makeText();
     }
 
 private:
-    std::u16string& asText() {
-        if (!value_.is<std::u16string>()) value_ = automation::toText(value_);
-        return value_.makeText();
-    }
     const Value& read(Recordset& record) {
         record.read(column_, value_);
         return value_;
@@ -52,12 +48,15 @@ private:
     Value value_;
 };
 
-/// Appends rows to the list of a history.
+/// Appends rows to the list of a history, many at a time.
 class HistoryRows {
 public:
-    HistoryRows(widgets::ListView& list, resources::Language language) : list_(list), language_(language) {}
+    HistoryRows(widgets::ListView& list, resources::Language language) : list_(list), language_(language) {
+        waiting_.reserve(kRun);
+    }
 
     void appendSeparator() {
+        flush();
         const std::u16string session(resources::text(language_, kCurrentSession));
         const std::u16string dashes(kDashes);
         list_.append(widgets::makeRow(dashes + u" " + session + u" " + dashes, {}, kSessionIcon));
@@ -67,25 +66,47 @@ public:
 
     void append(Recordset& record, std::int32_t number) {
         const std::u16string_view text = core::CleanMessageInPlace(message_.text(record));
-        const std::u16string_view icon = core::ResultIconKey(code_.number(record));
-        tag_ = type_.textOrNothing(record);
+        const widgets::RowPtr& model = modelOf(core::ResultIconKey(code_.number(record)));
+        tag_.clear();
+        record.appendText(u"ObjectType", tag_);
         tag_ += u'\n';
-        tag_ += name_.textOrNothing(record);
+        record.appendText(u"ObjectName", tag_);
         tag_ += u'\n';
-        tag_ += errors_.textOrNothing(record);
-        list_.setNumberedKey(list_.append(widgets::makeRow(text, tag_, icon)), number);
+        record.appendText(u"Errors", tag_);
+        const widgets::OwnText own[] = {{widgets::RowField::Text, text}, {widgets::RowField::Tag, tag_}};
+        waiting_.push_back(widgets::makeRowLike(model, own));
+        numbers_[waiting_.size() - 1] = number;
+        if (waiting_.size() == kRun) flush();
+    }
+
+    /// Brings the rows that wait into the list.
+    void flush() {
+        if (waiting_.empty()) return;
+        const auto count = static_cast<widgets::RowId>(waiting_.size());
+        const widgets::RowId behind = list_.insertRun(list_.rowCount() + 1, waiting_) + 1;
+        waiting_.clear();
+        for (widgets::RowId i = 0; i < count; ++i) list_.setNumberedKey(behind - count + i, numbers_[i]);
     }
 
 private:
+    static constexpr std::size_t kRun = 64;
+
+    // The rows of one result are alike but for their texts.
+    const widgets::RowPtr& modelOf(std::u16string_view icon) {
+        const auto known =
+            std::ranges::find_if(models_, [icon](const auto& model) { return model->smallIcon() == icon; });
+        return known != models_.end() ? *known : models_.emplace_back(widgets::makeRow({}, {}, icon));
+    }
+
     widgets::ListView& list_;
     resources::Language language_;
     ColumnReader number_{u"RecordNum"};
     ColumnReader message_{u"LogMessage"};
     ColumnReader code_{u"ReturnMessage"};
-    ColumnReader type_{u"ObjectType"};
-    ColumnReader name_{u"ObjectName"};
-    ColumnReader errors_{u"Errors"};
     std::u16string tag_;
+    std::vector<widgets::RowPtr> models_;
+    std::vector<widgets::RowPtr> waiting_;
+    std::array<std::int32_t, kRun> numbers_{};
 };
 
 void appendRecords(Recordset& records, HistoryRows& rows, HistoryProgress& progress,
@@ -110,7 +131,13 @@ void loadRecords(Recordset& records, widgets::ListView& list, HistoryProgress& p
     widgets::ListView::Batch batch(list);
     list.widestCell(1); // measured row by row from here on
     HistoryRows rows(list, language);
-    appendRecords(records, rows, progress, sessionStart);
+    try {
+        appendRecords(records, rows, progress, sessionStart);
+    } catch (...) {
+        base::ignoring([&] { rows.flush(); }); // what came before the failure stays
+        throw;
+    }
+    rows.flush();
     // Nothing was above the session's start: the session has no record yet, or there is no record at all.
     if (progress.SeparatorPending) {
         rows.appendSeparator();

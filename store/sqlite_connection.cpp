@@ -209,17 +209,24 @@ std::u16string SqliteStatement::text(int column) const {
     return result;
 }
 
-void SqliteStatement::readText(sqlite3_value* value, std::u16string& text) const {
+void SqliteStatement::readText(sqlite3_value* value, std::u16string& text, std::size_t begin) const {
     if (connection_->usesUtf8()) {
         // The bytes as the file has them: what the library gives as a text is a copy with a NUL behind it.
         const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
         const auto count = static_cast<std::size_t>(sqlite3_value_bytes(value));
-        return base::fromUtf8(bytes ? std::string_view(bytes, count) : std::string_view(), text);
+        return base::fromUtf8(bytes ? std::string_view(bytes, count) : std::string_view(), text, begin);
     }
     const void* units = sqlite3_value_text16(value);
-    const auto bytes = static_cast<std::size_t>(sqlite3_value_bytes16(value));
-    text.resize(units ? bytes / sizeof(char16_t) : 0);
-    if (!text.empty()) std::memcpy(text.data(), units, text.size() * sizeof(char16_t));
+    const std::size_t bytes = units ? static_cast<std::size_t>(sqlite3_value_bytes16(value)) : 0;
+    text.resize(begin + bytes / sizeof(char16_t));
+    if (bytes != 0) std::memcpy(text.data() + begin, units, bytes / sizeof(char16_t) * sizeof(char16_t));
+}
+
+bool SqliteStatement::appendText(int column, std::u16string& text) const {
+    sqlite3_value* const value = sqlite3_column_value(handle_, column);
+    if (sqlite3_value_type(value) != SQLITE_TEXT) return false;
+    readText(value, text, text.size());
+    return true;
 }
 
 bool SqliteStatement::readsOnly() const noexcept { return sqlite3_stmt_readonly(handle_) != 0; }

@@ -48,6 +48,8 @@ public:
     /// Null, int32 where it fits, else int64, double or text. Bytes that are no text give an ErrorCode.
     automation::Value value(int column) const;
     void read(int column, automation::Value& result) const;
+    /// Appends a text to another one. False, and nothing is appended, when the column holds no text.
+    bool appendText(int column, std::u16string& text) const;
     std::int64_t integer(int column) const;
     std::u16string text(int column) const;
     /// It neither changes the file nor the connection's transaction.
@@ -56,7 +58,8 @@ public:
     bool wasCompiledAnew() noexcept;
 
 private:
-    void readText(sqlite3_value* value, std::u16string& text) const;
+    /// Behind the first `begin` characters, which stay.
+    void readText(sqlite3_value* value, std::u16string& text, std::size_t begin = 0) const;
     int bindText(int parameter, std::u16string_view text);
     int bindUtf8(int parameter, std::u16string_view text);
 

@@ -49,6 +49,15 @@ void SqliteSnapshot::read(std::u16string_view column, automation::Value& result)
     readAt(indexInTurn(column), result);
 }
 
+void SqliteSnapshot::appendText(std::u16string_view column, std::u16string& text) {
+    requireOpen();
+    const std::size_t index = indexInTurn(column);
+    if (reading_ && statement_.appendText(static_cast<int>(index), text)) return;
+    automation::Value added;
+    readAt(index, added);
+    if (!added.isNothing()) text += automation::toText(added);
+}
+
 void SqliteSnapshot::readAt(std::size_t index, automation::Value& result) const {
     if (!reading_ && kept_.empty()) fail(EngineError::NoCurrentRecord, u"No current record.");
     if (reading_)

@@ -123,6 +123,9 @@ TEST(Utf8OfAnyLength, IsReadExactlyWhereverTheFirstOtherCharacterStands) {
         const std::u16string wide(plain.begin(), plain.end());
         fromUtf8(plain, out);
         EXPECT_EQ(out, wide);
+        std::u16string widened(length, u'?');
+        EXPECT_EQ(widenAscii(plain, widened.data()), widened.data() + length);
+        EXPECT_EQ(widened, wide);
         for (std::size_t place = 0; place <= length; ++place) {
             std::string text = plain;
             std::u16string expected = wide;
@@ -134,6 +137,14 @@ TEST(Utf8OfAnyLength, IsReadExactlyWhereverTheFirstOtherCharacterStands) {
             EXPECT_EQ(out, expected.insert(place, u"\uFFFD")) << length << ", " << place;
         }
     }
+}
+
+TEST(Utf8, IsReadBehindWhatIsKeptOfATextThatWasThere) {
+    std::u16string out = u"kept, dropped";
+    fromUtf8("gr\xC3\xBC\xC3\x9F", out, 4);
+    EXPECT_EQ(out, u"keptgr\u00FC\u00DF");
+    fromUtf8("", out, 4);
+    EXPECT_EQ(out, u"kept");
 }
 
 TEST(Utf8OfAnyText, ComesBackExactly) {

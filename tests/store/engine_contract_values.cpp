@@ -174,6 +174,29 @@ TEST_P(EngineContract, columnsAreReadInAnyOrderAndByAnyCase) {
     EXPECT_THROW(read->read(u"A", value), automation::AutomationError) << "after the last row";
 }
 
+TEST_P(EngineContract, whateverAColumnHoldsIsAppendedAsText) {
+    source_->makeTableWithDefaults(*database_);
+    database_->allowZeroLength(u"T", u"A");
+    const auto rows = database_->openTable(u"T");
+    for (const Value& text : {Value(u"gr\u00FC\u00DFe"), Value(Null{}), Value(u"")}) {
+        rows->addNew();
+        rows->assign(u"A", text);
+        rows->update();
+    }
+    const auto read = database_->openSnapshot(u"select * from T order by RecordNum");
+    const auto append = [&read](std::u16string text) {
+        for (const std::u16string_view column : {u"A", u"RecordNum"}) read->appendText(column, text);
+        read->moveNext();
+        return text;
+    };
+    EXPECT_EQ(append(u"first: "), u"first: gr\u00FC\u00DFe1");
+    rows->addNew(); // from here on the snapshot has its rows in memory
+    rows->update();
+    EXPECT_EQ(append(u""), u"2") << "nothing for a column without a value";
+    EXPECT_EQ(append(u"third: "), u"third: 3");
+    EXPECT_THROW(append(u""), AutomationError) << "after the last row";
+}
+
 TEST_P(EngineContract, aColumnThatIsNotThereIsNotRead) {
     database_->execute(kAddRecordNum);
     append(u"a");
