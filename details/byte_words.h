@@ -38,14 +38,26 @@ constexpr std::uint64_t ControlBytes(std::uint64_t word) noexcept {
 
 constexpr std::uint64_t BytesBeyondAscii(std::uint64_t word) noexcept { return word & kHighest; }
 
+/// Like BytesEqual() up to the first byte that is meant; of those behind it nothing is said.
+constexpr std::uint64_t FirstByteEqual(std::uint64_t word, char byte) noexcept {
+    const std::uint64_t different = word ^ (kEachByte * static_cast<unsigned char>(byte));
+    return (different - kEachByte) & ~different & kHighest;
+}
+
+/// A text of fewer bytes; behind its end are blanks, its order is another one.
+inline std::uint64_t ShortWord(std::string_view text) noexcept {
+    std::uint64_t word = kEachByte * ' ';
+    for (const char byte : text) word = word << 8 | static_cast<unsigned char>(byte);
+    return word;
+}
+
 /// Whether a test finds any byte of a text. It must not find blanks.
 template <class Test>
 bool AnyByte(std::string_view text, Test&& test) noexcept {
-    std::uint64_t found = 0;
-    std::size_t at = 0;
-    for (; at + kBytesOfWord <= text.size(); at += kBytesOfWord) found |= test(WordAt(text, at));
-    if (at < text.size())
-        found |= test(WordAt(text, text.size() < kBytesOfWord ? 0 : text.size() - kBytesOfWord));
+    if (text.size() < kBytesOfWord) return test(ShortWord(text)) != 0;
+    std::uint64_t found = test(WordAt(text, text.size() - kBytesOfWord)); // may be tested twice
+    for (std::size_t at = 0; at + kBytesOfWord <= text.size(); at += kBytesOfWord)
+        found |= test(WordAt(text, at));
     return found != 0;
 }
 

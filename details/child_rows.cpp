@@ -1,5 +1,6 @@
 #include "details/child_rows.h"
 
+#include "base/failure.h"
 #include "core/column_fit.h"
 #include "core/log_resources.h"
 #include "core/log_row_kind.h"
@@ -100,7 +101,11 @@ void ChildRows::copyToOthers(const Lists& lists) {
 
 void ChildRows::flush() {
     if (waiting_.empty()) return;
-    std::vector<widgets::RowPtr> rows = std::exchange(waiting_, {});
+    std::vector<widgets::RowPtr> rows = std::exchange(waiting_, std::move(spare_));
+    const base::ScopeExit done([&] {
+        rows.clear();
+        spare_ = std::move(rows);
+    });
     if (entryPosition() == 0) return;
     const Lists lists = globals_.LogViews.all();
     const Batches batches(lists);

@@ -55,6 +55,7 @@ private:
     int lastGuess_;
     int notCopied_ = 0; // rows at the end of the view's that other lists lack
     std::vector<widgets::RowPtr> waiting_;
+    std::vector<widgets::RowPtr> spare_; // memory that was used before
 };
 
 } // namespace cvlog::details

@@ -13,64 +13,55 @@ constexpr std::size_t kFields = 6;
 
 std::string_view viewOf(std::span<char> text) noexcept { return {text.data(), text.size()}; }
 
-std::string_view cleaned(std::span<char> text) noexcept {
-    if (AnyByte(viewOf(text), ControlBytes)) // mostly not
+constexpr std::uint64_t unusualBytes(std::uint64_t word) noexcept {
+    return ControlBytes(word) | BytesBeyondAscii(word);
+}
+
+struct Message {
+    std::string_view text;
+    bool isAscii = true;
+};
+
+Message cleaned(std::span<char> text) noexcept {
+    bool isAscii = true;
+    if (AnyByte(viewOf(text), unusualBytes)) {
+        isAscii = !AnyByte(viewOf(text), BytesBeyondAscii);
         for (char& byte : text)
             if (static_cast<unsigned char>(byte) < ' ') byte = ' ';
-    return viewOf(TrimBlanks(text));
+    }
+    return {viewOf(TrimBlanks(text)), isAscii};
 }
 
 bool isSeparator(char byte) noexcept { return byte == ' ' || byte == '\t'; }
 
-/// Finds the first twelve quotes of a line, eight bytes at a time and without a branch for each: where the next one is
-/// cannot be foreseen, and a wrong guess of the processor costs more than what is done here.
-class Quotes {
-public:
-    static constexpr std::size_t kMost = 2 * kFields;
-
-    explicit Quotes(std::string_view line) noexcept {
-        for (std::size_t at = 0; at < line.size() && count_ < kMost; at += kBytesOfWord)
-            note(at, BytesEqual(WordAt(line, at), '"'));
-    }
-    bool areAll() const noexcept { return count_ >= kMost; }
-    std::size_t operator[](std::size_t i) const noexcept { return places_[i]; }
-
-private:
-    void note(std::size_t at, std::uint64_t quotes) noexcept {
-        constexpr std::size_t kMostly = 3; // in eight bytes
-        const auto count = static_cast<std::size_t>(((quotes >> 7) * kEachByte) >> 56);
-        std::size_t noted = 0;
-        const auto noteNext = [&] {
-            places_[count_ + noted++] = at + static_cast<std::size_t>(std::countr_zero(quotes)) / 8;
-            quotes &= quotes - 1;
-        };
-        for (std::size_t i = 0; i < kMostly; ++i) noteNext();
-        while (noted < count) noteNext();
-        count_ += count;
-    }
-
-    std::array<std::size_t, kMost + kBytesOfWord> places_;
-    std::size_t count_ = 0;
+/// A part of a line. Has no value to begin with: clearing all fields of a line takes longer than reading them.
+struct Field {
+    const char* begin;
+    std::size_t size;
+    std::string_view view() const noexcept { return {begin, size}; }
 };
+using Fields = std::array<Field, kFields>;
 
-using Fields = std::array<std::string_view, kFields>;
+/// Where the next quote is, eight bytes at a time; the end of the line when there is none.
+std::size_t quoteFrom(std::string_view line, std::size_t at) noexcept {
+    for (; at < line.size(); at += kBytesOfWord)
+        if (const std::uint64_t quote = FirstByteEqual(WordAt(line, at), '"'))
+            return at + static_cast<std::size_t>(std::countr_zero(quote)) / 8;
+    return line.size();
+}
 
 /// As lines mostly are: each field between two quotes, one separator between them. Answers where the fields end, or 0
 /// when they are not like that.
 std::size_t readUsualFields(std::string_view line, Fields& fields) noexcept {
-    const Quotes quotes(line);
-    if (!quotes.areAll()) return 0;
-    std::size_t end = 0;
-    bool isUsual = true;
-    for (std::size_t i = 0; i < kFields; ++i) {
-        const std::size_t open = quotes[2 * i];
-        const std::size_t close = quotes[2 * i + 1];
-        isUsual = isUsual && open == end && close + 1 < line.size() && isSeparator(line[close + 1]);
-        fields[i] = std::string_view(line.data() + open + 1, close - open - 1);
-        end = close + 2;
+    std::size_t begin = 0;
+    for (Field& field : fields) {
+        if (begin == line.size() || line[begin] != '"') return 0;
+        const std::size_t close = quoteFrom(line, begin + 1);
+        if (close + 1 >= line.size() || !isSeparator(line[close + 1])) return 0;
+        field = {line.data() + begin + 1, close - begin - 1};
+        begin = close + 2;
     }
-    if (!isUsual) fields = {};
-    return isUsual ? end : 0;
+    return begin;
 }
 
 /// Reads the fields of a line one by one. What a field keeps is moved down over the quotes it drops.
@@ -78,13 +69,23 @@ class FieldReader {
 public:
     FieldReader(std::span<char> line, std::size_t begin) noexcept : line_(line), at_(begin) {}
 
+    bool isAtBegin() const noexcept { return at_ == 0; }
+
+    void read(Fields& fields) noexcept {
+        for (Field& field : fields) field = toNextField() ? readField() : Field{line_.data(), 0};
+    }
+
     /// False when the line has come to its end.
     bool toNextField() noexcept {
         while (at_ < line_.size() && isSeparator(line_[at_])) ++at_;
         return at_ < line_.size();
     }
 
-    std::string_view field() noexcept {
+    /// A quote that begins the message is dropped.
+    std::span<char> message() const noexcept { return line_.subspan(line_[at_] == '"' ? at_ + 1 : at_); }
+
+private:
+    Field readField() noexcept {
         const std::size_t begin = at_;
         std::size_t end = at_;
         bool inQuotes = false;
@@ -97,13 +98,9 @@ public:
             else
                 line_[end++] = byte;
         }
-        return viewOf(line_.subspan(begin, end - begin));
+        return {line_.data() + begin, end - begin};
     }
 
-    /// A quote that begins the message is dropped.
-    std::span<char> message() const noexcept { return line_.subspan(line_[at_] == '"' ? at_ + 1 : at_); }
-
-private:
     std::span<char> line_;
     std::size_t at_;
 };
@@ -118,18 +115,16 @@ std::span<char> TrimBlanks(std::span<char> text) noexcept {
 
 ErrorLine ParseErrorLine(std::span<char> line) noexcept {
     const std::span<char> text = TrimBlanks(line);
-    if (text.empty() || text.front() != '"') return {{}, {}, {}, {}, cleaned(text)};
+    if (text.empty() || text.front() != '"') {
+        const Message message = cleaned(text);
+        return {{}, {}, {}, {}, message.text, message.isAscii};
+    }
     Fields fields;
-    const std::size_t end = readUsualFields(viewOf(text), fields);
-    FieldReader reader(text, end);
-    if (end == 0)
-        for (std::string_view& field : fields) {
-            if (!reader.toNextField()) break;
-            field = reader.field();
-        }
-    const auto& [type, object, third, fourth, severity, code] = fields;
-    const bool hasMessage = reader.toNextField();
-    return {type, object, severity, code, hasMessage ? cleaned(reader.message()) : std::string_view()};
+    FieldReader reader(text, readUsualFields(viewOf(text), fields));
+    if (reader.isAtBegin()) reader.read(fields);
+    const Message message = reader.toNextField() ? cleaned(reader.message()) : Message();
+    return {fields[0].view(), fields[1].view(), fields[4].view(),
+            fields[5].view(), message.text,     message.isAscii};
 }
 
 } // namespace cvlog::details

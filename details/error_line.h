@@ -13,6 +13,7 @@ struct ErrorLine {
     std::string_view severity;
     std::string_view code;
     std::string_view message; // on one line: control characters are blanks, none at the ends
+    bool messageIsAscii = true;
 };
 
 /// Takes a line apart: six fields, of which the third and the fourth are dropped, then the message. Quotes open and

@@ -1,5 +1,9 @@
 #include "details/error_row.h"
 
+#include <charconv>
+#include <iterator>
+#include <limits>
+
 namespace cvlog::details {
 
 namespace {
@@ -32,11 +36,16 @@ widgets::RowPtr ErrorRows::FillErrorRow(std::span<char> line, int n) {
     const ErrorLine parts = ParseErrorLine(line);
     if (isHidden(parts.code)) return {};
     const widgets::RowPtr& model = models_.of(parts);
-    DecodeBytes(globals_, parts.message, message_);
-    const std::u16string number = base::decimal(n);
-    const widgets::OwnText own[] = {ownText(ChildCell::Num, CellField::Tag, number),
-                                    ownText(ChildCell::Message, CellField::Text, message_)};
+    char digits[std::numeric_limits<int>::digits10 + 1];
+    const std::string_view number(digits, std::to_chars(digits, std::end(digits), n).ptr - digits);
+    const widgets::OwnText own[] = {ownText(ChildCell::Num, CellField::Tag, number), messageOf(parts)};
     return widgets::makeRowLike(model, own);
+}
+
+widgets::OwnText ErrorRows::messageOf(const ErrorLine& line) {
+    if (line.messageIsAscii) return ownText(ChildCell::Message, CellField::Text, line.message);
+    DecodeBytes(globals_, line.message, message_);
+    return ownText(ChildCell::Message, CellField::Text, std::u16string_view(message_));
 }
 
 widgets::RowPtr ErrorRows::hiddenRecordsRow() const {

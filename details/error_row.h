@@ -30,6 +30,7 @@ public:
 
 private:
     bool isHidden(std::string_view code);
+    widgets::OwnText messageOf(const ErrorLine& line);
 
     core::Globals& globals_;
     HostAnswers host_;

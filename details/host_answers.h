@@ -50,6 +50,7 @@ public:
 
     /// What was said before may not be true any more.
     void nextRound() noexcept { ++round_; }
+    std::uint32_t round() const noexcept { return round_; }
 
     // Each of these asks when that was not done in this round.
     void refresh(Answer<EntityTypeAnswer>& type, std::string_view name) const;

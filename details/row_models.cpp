@@ -14,12 +14,12 @@ using widgets::CellField;
 constexpr std::size_t kMostRemembered = 4096;
 constexpr std::size_t kMostModelsOfObject = 32;
 
-constexpr char foldAscii(char byte) noexcept {
-    return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 0x20) : byte;
-}
-
-bool isWord(std::string_view text, std::string_view capitals) noexcept {
-    return std::ranges::equal(text, capitals, {}, foldAscii);
+// Of small letters. The bit that makes a letter small makes no other byte one.
+bool isWord(std::string_view text, std::string_view letters) noexcept {
+    if (text.size() != letters.size()) return false;
+    int different = 0;
+    for (std::size_t i = 0; i < letters.size(); ++i) different |= (text[i] | 0x20) ^ letters[i];
+    return different == 0;
 }
 
 // Codes mostly differ in their last characters.
@@ -60,8 +60,8 @@ const widgets::RowPtr& RowModels::of(const ErrorLine& line) {
 }
 
 RowModels::Severity RowModels::severityOf(std::string_view word) noexcept {
-    if (isWord(word, "WARNING")) return Severity::Warning;
-    return isWord(word, "ERROR") ? Severity::Error : Severity::Other;
+    if (isWord(word, "warning")) return Severity::Warning;
+    return isWord(word, "error") ? Severity::Error : Severity::Other;
 }
 
 RowModels::Group& RowModels::groupOf(const ErrorLine& line) {
@@ -83,23 +83,25 @@ RowModels::Model& RowModels::modelIn(Group& group, const ErrorLine& line) {
         if (model.severity == severity && isSameCode(model.code->code, line.code)) return model;
     CodeText& code = entryOf(codes_, line.code);
     code.code = line.code;
-    const Model made{severity, &code, {}, 0, 0, 0};
+    const Model made{severity, &code, {}, 0, 0, 0, 0};
     if (group.models.size() < kMostModelsOfObject) return group.models.emplace_back(made);
     return group.models[group.oldest++ % kMostModelsOfObject] = made;
 }
 
 // Asks the host what was not asked yet. The row is still good when the answers are the same.
 void RowModels::update(Group& group, Model& model) {
+    if (model.askedIn == host_.round()) return;
     if (!group.typeName.empty()) host_.refresh(*group.type, group.typeName);
     if (!group.objectName.empty()) host_.refresh(group.object, group.typeName, group.objectName);
     host_.refresh(model.code->text, model.code->code);
-    if (model.row && model.typeVersion == group.type->version &&
-        model.objectVersion == group.object.version && model.textVersion == model.code->text.version)
-        return;
-    model.row = makeRow(group, model);
+    const bool isGood = model.row && model.typeVersion == group.type->version &&
+                        model.objectVersion == group.object.version &&
+                        model.textVersion == model.code->text.version;
+    if (!isGood) model.row = makeRow(group, model);
     model.typeVersion = group.type->version;
     model.objectVersion = group.object.version;
     model.textVersion = model.code->text.version;
+    model.askedIn = host_.round();
 }
 
 widgets::RowPtr RowModels::makeRow(const Group& group, const Model& model) const {

@@ -21,6 +21,9 @@ constexpr widgets::OwnText ownText(ChildCell cell, widgets::CellField part,
                                    std::u16string_view text) noexcept {
     return {static_cast<int>(cell), part, text};
 }
+constexpr widgets::OwnText ownText(ChildCell cell, widgets::CellField part, std::string_view ascii) noexcept {
+    return {static_cast<int>(cell), part, ascii};
+}
 
 /// What all messages of one expansion have in common.
 struct ExpandedEntry {
@@ -54,6 +57,7 @@ private:
         Severity severity;
         CodeText* code;
         widgets::RowPtr row;
+        std::uint32_t askedIn;     // the round in which the row was found to be good
         std::uint32_t typeVersion; // of the answers that the row was made of
         std::uint32_t objectVersion;
         std::uint32_t textVersion;

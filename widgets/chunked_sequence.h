@@ -147,8 +147,23 @@ private:
             enlarge(chunks_[near_.chunk], needed());
         else if (at == near_.first + chunks_[near_.chunk].size)
             addChunkBehind();
+        else if (at == after_ && at != near_.first)
+            cutOff(at, count);
         else
             split(at);
+    }
+
+    /// While elements come one behind the other, those after them go out of their way.
+    void cutOff(std::size_t at, std::size_t count) {
+        const Near kept = near_;
+        const std::size_t cut = at - near_.first;
+        const std::size_t size = chunks_[near_.chunk].size;
+        addChunk(near_.chunk + 1, Chunk(size - cut));
+        take(chunks_[near_.chunk + 1], chunks_[near_.chunk], cut, size);
+        chunks_[near_.chunk].size = static_cast<std::uint32_t>(cut);
+        recount();
+        near_ = kept;
+        if (cut + count > chunks_[near_.chunk].capacity) addChunkBehind();
     }
 
     /// At the end of a chunk nothing has to move. A full one is left for a new one only while elements come one behind

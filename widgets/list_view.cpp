@@ -119,7 +119,8 @@ void ListView::replace(int position, RowPtr content) {
     const int sortColumn = sortKey_ + 1;
     inOrder_ = inOrder_ && content->columnText(sortColumn) == row(position).columnText(sortColumn);
     shrinkWidest(row(position));
-    growWidest(*content, false);
+    const Entry changed{content};
+    growWidest({&changed, 1});
     entry(position).content = std::move(content);
     tellPeer([position](ListViewPeer& peer) { peer.rowChanged(position); });
 }

@@ -192,7 +192,6 @@ private:
     int sortedPlace(const RowContent& content) const;
     void shareKey(const RowContent& content, const RowContent& other) const noexcept;
     void growWidest(std::span<const Entry> entries);
-    void growWidest(const RowContent& content, bool ownTextsOnly);
     void shrinkWidest(const RowContent& content) noexcept;
     base::Twips contentWidth(const RowContent& content, int column) const;
     void moveColumn(int index, int position) noexcept;

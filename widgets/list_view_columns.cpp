@@ -6,9 +6,34 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <stdexcept>
+#include <utility>
 
 namespace cvlog::widgets {
+
+namespace {
+
+/// Notes models of rows, and which of their columns the rows cover with texts of their own. Now and then it forgets one.
+class MetModels {
+public:
+    bool meetsAgain(const RowContent* model, ColumnSet covered) noexcept {
+        const auto address = reinterpret_cast<std::uintptr_t>(model);
+        Met& met = met_[(address >> 4 ^ address >> 9) % met_.size()];
+        const bool again = met.model == model && met.covered == covered;
+        met = {model, covered};
+        return again;
+    }
+
+private:
+    struct Met {
+        const RowContent* model = nullptr;
+        ColumnSet covered;
+    };
+    std::array<Met, 32> met_;
+};
+
+} // namespace
 
 void ListView::setColumns(std::vector<Column> columns) {
     columns_ = std::move(columns);
@@ -98,27 +123,24 @@ std::optional<base::Twips> ListView::rememberedWidestCell(int column) const noex
 }
 
 void ListView::growWidest(std::span<const Entry> entries) {
-    // Of rows that are like a model which was met already only the texts of their own can be wider.
-    constexpr std::size_t kModels = 16;
-    std::array<const RowContent*, kModels> models{};
-    std::size_t count = 0;
-    for (const Entry& entry : entries) {
-        const RowContent* const model = entry.content->model();
-        const auto end = models.begin() + static_cast<std::ptrdiff_t>(std::min(count, kModels));
-        const bool isMet = model && std::find(models.begin(), end, model) != end;
-        growWidest(*entry.content, isMet);
-        if (model && !isMet) models[count++ % kModels] = model;
-    }
-}
-
-void ListView::growWidest(const RowContent& content, bool ownTextsOnly) {
-    const auto grow = [&](int column) {
+    const auto grow = [this](int column, std::u16string_view text, float& width) {
         if (column > columnCount()) return;
         Widest& widest = widest_[static_cast<std::size_t>(column - 1)];
-        if (widest.known) widest.width = std::max(widest.width, contentWidth(content, column));
+        if (!widest.known) return;
+        if (width < 0) width = textWidth(text);
+        widest.width = std::max(widest.width, width);
     };
-    if (ownTextsOnly) return content.visitOwnColumns(grow);
-    for (int column = 1; column <= columnCount(); ++column) grow(column);
+    // Of rows that are like a model which was met already only the texts of their own can be wider.
+    MetModels met;
+    for (const Entry& entry : entries) {
+        ColumnSet covered;
+        const RowContent* part = entry.content.get();
+        do {
+            part->visitOwnColumns(fontNumber_, covered, grow);
+            covered = covered | part->ownColumns();
+            part = part->model();
+        } while (part && !met.meetsAgain(part, covered));
+    }
 }
 
 void ListView::shrinkWidest(const RowContent& content) noexcept {

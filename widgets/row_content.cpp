@@ -23,6 +23,12 @@ public:
         length_ += text.size();
         *end_++ = static_cast<std::uint32_t>(length_);
     }
+    void append(const OwnText& own) noexcept {
+        if (own.ascii.empty()) return append(own.text);
+        base::widenAscii(own.ascii, begin_ + length_);
+        length_ += own.ascii.size();
+        *end_++ = static_cast<std::uint32_t>(length_);
+    }
 
 private:
     std::uint32_t* end_;
@@ -30,15 +36,21 @@ private:
     std::size_t length_ = 0;
 };
 
-RowContent* RowContent::allocate(RowKeys keys, std::size_t characters, const RowPtr& model,
-                                 std::uint32_t own) {
-    static_assert(sizeof(RowContent) % alignof(std::uint32_t) == 0 && sizeof(float) == sizeof(std::uint32_t));
-    const std::size_t cells = keys->size();
-    const std::size_t numbers =
-        model ? countOf(own) + countOf(own & kShown) : kRowFields + kCellFields * cells + 1 + cells;
-    const std::size_t bytes =
-        sizeof(RowContent) + numbers * sizeof(std::uint32_t) + characters * sizeof(char16_t);
-    return new (::operator new(bytes)) RowContent(std::move(keys), model, own);
+void* RowContent::memoryFor(std::size_t keys, std::size_t numbers, std::size_t characters) {
+    static_assert(alignof(RowKeys) <= alignof(RowContent) && alignof(std::uint32_t) <= alignof(RowKeys) &&
+                  sizeof(float) == sizeof(std::uint32_t));
+    return ::operator new(sizeof(RowContent) + keys * sizeof(RowKeys) + numbers * sizeof(std::uint32_t) +
+                          characters * sizeof(char16_t));
+}
+
+RowContent* RowContent::allocate(RowKeys keys, std::size_t characters) {
+    const std::size_t numbers = kRowFields + kCellFields * keys->size() + 1 + keys->size();
+    return new (memoryFor(1, numbers, characters)) RowContent(std::move(keys));
+}
+
+RowContent* RowContent::allocateLike(const RowPtr& model, std::uint32_t own, std::size_t characters) {
+    const std::size_t numbers = countOf(own) + countOf(own & kShown);
+    return new (memoryFor(0, numbers, characters)) RowContent(model, own);
 }
 
 std::u16string_view RowContent::field(std::size_t index) const noexcept {
@@ -58,13 +70,14 @@ std::u16string_view RowContent::cellField(int cell, std::size_t part) const noex
 
 std::u16string_view RowContent::cellKey(int cell) const noexcept {
     return cell < 1 || cell > cellCount() ? std::u16string_view()
-                                          : (*keys_)[static_cast<std::size_t>(cell - 1)];
+                                          : (*keys())[static_cast<std::size_t>(cell - 1)];
 }
 
 int RowContent::cellOf(std::u16string_view key) const noexcept {
-    const auto found = std::find_if(keys_->begin(), keys_->end(),
+    const auto& cells = *keys();
+    const auto found = std::find_if(cells.begin(), cells.end(),
                                     [key](const auto& own) { return base::equalsIgnoringCase(own, key); });
-    return found == keys_->end() ? 0 : static_cast<int>(found - keys_->begin()) + 1;
+    return found == cells.end() ? 0 : static_cast<int>(found - cells.begin()) + 1;
 }
 
 std::u16string_view RowContent::columnText(int column) const noexcept {
@@ -83,7 +96,7 @@ Row RowContent::edit() const {
 RowPtr RowContent::withField(std::size_t changed, std::u16string_view text) const {
     std::size_t length = text.size();
     for (std::size_t i = 0; i < fieldCount(); ++i) length += i == changed ? 0 : field(i).size();
-    RowPtr copy(allocate(keys_, length));
+    RowPtr copy(allocate(keys(), length));
     Writer writer(const_cast<RowContent&>(*copy));
     for (std::size_t i = 0; i < fieldCount(); ++i) writer.append(i == changed ? text : field(i));
     copy->sortKey_ = sortKey_;
@@ -110,10 +123,7 @@ RowPtr RowContent::withCell(int cell, CellField changed, std::u16string_view tex
 void RowContent::rememberWidth(std::uint32_t fontNumber, int column, base::Twips width) const {
     if (column < 1 || static_cast<std::size_t>(column) > columnCount()) return;
     if (!ownsColumn(column)) return model_->rememberWidth(fontNumber, column, width);
-    if (widthsFont_ != fontNumber) {
-        std::fill_n(widths(), widthCount(), -1.0F);
-        widthsFont_ = fontNumber;
-    }
+    forgetOtherFont(fontNumber);
     widths()[widthIndex(column)] = width;
 }
 
@@ -158,21 +168,23 @@ RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string
 }
 
 RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts) {
-    RowPtr made = model;
-    if (model->fieldCount() > RowContent::kMostFieldsWithModel) {
-        for (const OwnText& own : texts) made = made->withField(own.field, own.text);
+    const bool isLikeAnother = static_cast<bool>(model->model_); // and has not too many fields
+    if (!isLikeAnother && model->fieldCount() > RowContent::kMostFieldsWithModel) {
+        RowPtr made = model;
+        for (const OwnText& own : texts)
+            made = made->withField(own.field, own.ascii.empty() ? own.text : base::fromUtf8(own.ascii));
         return made;
     }
     std::uint32_t own = 0;
     std::size_t length = 0;
     for (const OwnText& each : texts) {
         own |= 1U << each.field;
-        length += each.text.size();
+        length += each.size();
     }
-    RowContent* const content = RowContent::allocate(model->keys(), length, model, own);
-    made = RowPtr(content);
+    RowContent* const content = RowContent::allocateLike(model, own, length);
+    RowPtr made(content);
     RowContent::Writer writer(*content);
-    for (const OwnText& each : texts) writer.append(each.text);
+    for (const OwnText& each : texts) writer.append(each);
     return made;
 }
 

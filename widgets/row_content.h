@@ -77,16 +77,39 @@ enum class CellField { Text, Tag, Icon, ToolTip };
 inline constexpr std::size_t kRowFields = 3;
 inline constexpr std::size_t kCellFields = 4;
 
-/// A text that a row has of its own where it is like another one. Cells count from 1.
+/// A text that a row has of its own where it is like another one. Cells count from 1. It may be given in ASCII bytes.
 struct OwnText {
     constexpr OwnText(RowField part, std::u16string_view own) noexcept
         : field(static_cast<std::size_t>(part)), text(own) {}
     constexpr OwnText(int cell, CellField part, std::u16string_view own) noexcept
-        : field(kRowFields + kCellFields * static_cast<std::size_t>(cell - 1) +
-                static_cast<std::size_t>(part)),
-          text(own) {}
+        : field(fieldOf(cell, part)), text(own) {}
+    constexpr OwnText(int cell, CellField part, std::string_view own) noexcept
+        : field(fieldOf(cell, part)), ascii(own) {}
+
+    std::size_t size() const noexcept { return text.size() + ascii.size(); }
+
     std::size_t field;
     std::u16string_view text;
+    std::string_view ascii; // where this one has bytes the other one is empty
+
+private:
+    static constexpr std::size_t fieldOf(int cell, CellField part) noexcept {
+        return kRowFields + kCellFields * static_cast<std::size_t>(cell - 1) + static_cast<std::size_t>(part);
+    }
+};
+
+/// Some of the columns of rows that have a model: these have few.
+class ColumnSet {
+public:
+    ColumnSet() = default;
+    ColumnSet operator|(ColumnSet other) const noexcept { return ColumnSet(fields_ | other.fields_); }
+    friend bool operator==(ColumnSet, ColumnSet) = default;
+
+private:
+    friend class RowContent;
+    explicit ColumnSet(std::uint32_t fields) noexcept : fields_(fields) {}
+    bool has(std::size_t field) const noexcept { return field < 32 && ((fields_ >> field) & 1U) != 0; }
+    std::uint32_t fields_ = 0; // the fields that the columns show, a bit each
 };
 
 /// What a row shows. Immutable and shared by every list that shows the row; a list whose row changes gets its own
@@ -102,7 +125,7 @@ public:
     std::u16string_view tag() const noexcept { return field(1); }
     std::u16string_view smallIcon() const noexcept { return field(2); }
 
-    int cellCount() const noexcept { return static_cast<int>(keys_->size()); }
+    int cellCount() const noexcept { return static_cast<int>(keys()->size()); }
     /// The row that this one is like; null when it is like none.
     const RowContent* model() const noexcept { return model_.get(); }
     /// Whether the text of a column may differ from the model's.
@@ -121,14 +144,38 @@ public:
     /// The text shown in a column (1-based): the row's own in the first, a cell's in the others.
     std::u16string_view columnText(int column) const noexcept;
 
-    /// Calls `visit` with each column whose text may differ from the model's. There is a model.
+    /// Calls `visit` with each column whose text is not the model's, or any text without a model, but for those in
+    /// `covered`: with the column, the text, and the place where its width for this font is remembered, negative as long
+    /// as it was not measured.
     template <class Visit>
-    void visitOwnColumns(Visit&& visit) const {
-        for (std::uint32_t fields = own_ & kShown; fields != 0; fields &= fields - 1)
-            visit(columnOf(static_cast<std::size_t>(std::countr_zero(fields))));
+    void visitOwnColumns(std::uint32_t fontNumber, ColumnSet covered, Visit&& visit) const {
+        forgetOtherFont(fontNumber);
+        const std::uint32_t* const end = ends();
+        const char16_t* const text = characters();
+        float* width = widths();
+        std::size_t place = 0;
+        const auto visitField = [&](std::size_t field) {
+            const std::uint32_t begin = place == 0 ? 0 : end[place - 1];
+            if (!covered.has(field))
+                visit(columnOf(field), std::u16string_view(text + begin, end[place] - begin), *width);
+            ++width;
+        };
+        if (!model_) {
+            for (int column = 1; place < endCount_; place = textOf(++column)) visitField(place);
+            return;
+        }
+        for (std::uint32_t fields = own_; fields != 0; fields &= fields - 1, ++place)
+            if (const auto field = static_cast<std::size_t>(std::countr_zero(fields)); isShown(field))
+                visitField(field);
     }
+    /// The columns whose text may differ from the model's, of which there is one.
+    ColumnSet ownColumns() const noexcept { return ColumnSet(own_ & kShown); }
 
-    const RowKeys& keys() const noexcept { return keys_; }
+    const RowKeys& keys() const noexcept {
+        const RowContent* owner = this;
+        while (owner->model_) owner = owner->model_.get();
+        return *owner->ownKeys();
+    }
 
     /// A copy for editing.
     Row edit() const;
@@ -161,16 +208,28 @@ private:
     friend RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts);
     class Writer;
 
-    RowContent(RowKeys keys, RowPtr model, std::uint32_t own) noexcept
-        : own_(own), keys_(std::move(keys)), model_(std::move(model)) {}
-    ~RowContent() = default;
+    explicit RowContent(RowKeys keys) noexcept
+        : endCount_(static_cast<std::uint32_t>(kRowFields + kCellFields * keys->size())) {
+        new (ownKeys()) RowKeys(std::move(keys));
+    }
+    RowContent(const RowPtr& model, std::uint32_t own) noexcept
+        : own_(own), endCount_(static_cast<std::uint32_t>(countOf(own))), model_(model) {}
+    ~RowContent() {
+        if (!model_) std::destroy_at(ownKeys());
+    }
 
-    /// A content of these keys with room for so many characters; its texts are still to be written. With a model it
-    /// has those of the fields in `own`, a bit each.
-    static RowContent* allocate(RowKeys keys, std::size_t characters, const RowPtr& model = {},
-                                std::uint32_t own = 0);
+    /// A content with room for so many characters; its texts are still to be written.
+    static RowContent* allocate(RowKeys keys, std::size_t characters);
+    /// The same with a model, for the texts of the fields in `own`, a bit each.
+    static RowContent* allocateLike(const RowPtr& model, std::uint32_t own, std::size_t characters);
+    static void* memoryFor(std::size_t keys, std::size_t numbers, std::size_t characters);
     RowPtr withField(std::size_t field, std::u16string_view text) const;
     void forgetText(int column) const noexcept;
+    void forgetOtherFont(std::uint32_t fontNumber) const noexcept {
+        if (widthsFont_ == fontNumber) return;
+        for (std::size_t i = widthCount(); i > 0; --i) widths()[i - 1] = -1.0F;
+        widthsFont_ = fontNumber;
+    }
     std::u16string_view field(std::size_t index) const noexcept;
     std::u16string_view cellField(int cell, std::size_t part) const noexcept;
 
@@ -183,8 +242,9 @@ private:
     static constexpr std::size_t kMostFieldsWithModel = 32; // as many as `own_` has bits
     /// The fields that columns show, a bit each.
     static constexpr std::uint32_t kShown = 0x8888'8889;
-    std::size_t fieldCount() const noexcept { return kRowFields + kCellFields * keys_->size(); }
-    std::size_t columnCount() const noexcept { return 1 + keys_->size(); }
+    static constexpr bool isShown(std::size_t field) noexcept { return ((kShown >> field) & 1U) != 0; }
+    std::size_t fieldCount() const noexcept { return kRowFields + kCellFields * keys()->size(); }
+    std::size_t columnCount() const noexcept { return 1 + keys()->size(); }
     // There are few: faster than what counts all bits where the processor is not told to.
     static constexpr std::size_t countOf(std::uint32_t fields) noexcept {
         std::size_t count = 0;
@@ -196,14 +256,19 @@ private:
         return model_ ? countOf(ownBelow(textOf(column)) & kShown) : static_cast<std::size_t>(column - 1);
     }
 
+    std::size_t widthCount() const noexcept {
+        return model_ ? countOf(own_ & kShown) : 1 + (endCount_ - kRowFields) / kCellFields;
+    }
+
     // What follows the object in its memory, for the fields of its own.
-    std::size_t endCount() const noexcept { return model_ ? countOf(own_) : fieldCount(); }
-    std::size_t widthCount() const noexcept { return model_ ? countOf(own_ & kShown) : columnCount(); }
+    RowKeys* ownKeys() const noexcept { // not with a model, whose keys are the row's
+        return reinterpret_cast<RowKeys*>(const_cast<RowContent*>(this + 1));
+    }
     std::uint32_t* ends() const noexcept { // where each text ends
-        return reinterpret_cast<std::uint32_t*>(const_cast<RowContent*>(this + 1));
+        return reinterpret_cast<std::uint32_t*>(ownKeys() + (model_ ? 0 : 1));
     }
     float* widths() const noexcept { // of the shown texts; negative: not measured
-        return reinterpret_cast<float*>(ends() + endCount());
+        return reinterpret_cast<float*>(ends() + endCount_);
     }
     char16_t* characters() const noexcept { // all texts, one after another
         return reinterpret_cast<char16_t*>(widths() + widthCount());
@@ -212,8 +277,8 @@ private:
     mutable std::uint32_t references_ = 0;
     mutable std::uint32_t widthsFont_ = 0; // none yet
     mutable SortKeyPtr sortKey_;           // near the front: a search in a sorted list reads nothing else
-    std::uint32_t own_;                    // with a model: the fields that are not as there
-    RowKeys keys_;
+    std::uint32_t own_ = 0;                // with a model: the fields that are not as there
+    std::uint32_t endCount_;               // how many texts are its own
     RowPtr model_;
 };
 

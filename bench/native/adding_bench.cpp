@@ -26,9 +26,9 @@ double secondsPerRowOfFew(int lists) {
 
 double bytesPerRow(int lists) {
     HeadlessLog log(lists);
-    const double before = static_cast<double>(allocatedBytes());
+    const CountedMemory memory;
     log.add(kRowsForMemory);
-    return (static_cast<double>(allocatedBytes()) - before) / kRowsForMemory;
+    return static_cast<double>(memory.held()) / kRowsForMemory;
 }
 
 std::vector<Figure> measureGrowth() {

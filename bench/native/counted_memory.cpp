@@ -4,40 +4,46 @@
 #include <cstdlib>
 #include <new>
 
+/// Of the C library: what a block has room for, 0 for null.
+extern "C" std::size_t malloc_usable_size(void* block) noexcept;
+
 namespace {
 
-std::size_t held = 0;
-std::size_t peak = 0;
-
-// The size stands in front of each block, in room that keeps the block aligned.
-constexpr std::size_t kRoom = alignof(std::max_align_t);
+bool counting = false;
+std::ptrdiff_t heldBytes = 0;
+std::ptrdiff_t mostBytes = 0;
 
 } // namespace
 
 void* operator new(std::size_t size) {
-    void* block = std::malloc(size + kRoom);
+    void* block = std::malloc(size);
     if (!block) throw std::bad_alloc();
-    *static_cast<std::size_t*>(block) = size;
-    held += size;
-    peak = std::max(peak, held);
-    return static_cast<char*>(block) + kRoom;
+    if (counting) {
+        heldBytes += static_cast<std::ptrdiff_t>(malloc_usable_size(block));
+        mostBytes = std::max(mostBytes, heldBytes);
+    }
+    return block;
 }
 
 void operator delete(void* pointer) noexcept {
-    if (!pointer) return;
-    void* block = static_cast<char*>(pointer) - kRoom;
-    held -= *static_cast<std::size_t*>(block);
-    std::free(block);
+    if (counting) heldBytes -= static_cast<std::ptrdiff_t>(malloc_usable_size(pointer));
+    std::free(pointer);
 }
 
 void operator delete(void* pointer, std::size_t) noexcept { operator delete(pointer); }
 
 namespace cvlog::bench {
 
-std::size_t allocatedBytes() noexcept { return held; }
+CountedMemory::CountedMemory() noexcept {
+    heldBytes = 0;
+    mostBytes = 0;
+    counting = true;
+}
 
-std::size_t peakBytes() noexcept { return peak; }
+CountedMemory::~CountedMemory() { counting = false; }
 
-void startPeak() noexcept { peak = held; }
+std::ptrdiff_t CountedMemory::held() const noexcept { return heldBytes; }
+
+std::ptrdiff_t CountedMemory::peak() const noexcept { return mostBytes; }
 
 } // namespace cvlog::bench

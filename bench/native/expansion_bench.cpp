@@ -87,13 +87,11 @@ std::vector<Figure> measureMemory() {
     std::vector<Figure> figures;
     for (const int lists : {1, 4}) {
         Measured many(path, lists);
-        const std::size_t before = allocatedBytes();
-        startPeak();
+        const CountedMemory memory;
         many.expand();
         figures.push_back(
             {"expand.peak_memory_of_1M_lines_against_the_file." + std::to_string(lists) + "_lists",
-             static_cast<double>(peakBytes() - before) / 1e6, "MB", static_cast<double>(text.size()) / 1e6,
-             4});
+             static_cast<double>(memory.peak()) / 1e6, "MB", static_cast<double>(text.size()) / 1e6, 4});
     }
     return figures;
 }

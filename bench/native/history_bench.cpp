@@ -143,12 +143,12 @@ std::vector<Figure> measureMemory() {
                   "select sum(length(LogMessage) + length(ObjectType) + length(ObjectName) + length(Errors)) "
                   "from LogInfo"));
     HistoryLog log(path);
-    const auto before = static_cast<double>(allocatedBytes()) + static_cast<double>(sqlite3_memory_used());
-    startPeak();
+    const auto before = static_cast<double>(sqlite3_memory_used());
+    const CountedMemory memory;
     sqlite3_memory_highwater(1);
     secondsToOpen(log, kMany);
     const double peak =
-        static_cast<double>(peakBytes()) + static_cast<double>(sqlite3_memory_highwater(0)) - before;
+        static_cast<double>(memory.peak()) + static_cast<double>(sqlite3_memory_highwater(0)) - before;
     return {{"history.peak_memory_of_opening_1M_records_against_their_texts", peak / 1e6, "MB",
              textBytes / 1e6, 2}};
 }

@@ -55,6 +55,33 @@ protected:
     std::vector<int> oracle_;
 };
 
+TEST(ChunkedSequence, TakesRunsThatComeOneBehindTheOtherAnywhere) {
+    for (const std::size_t first : {1U, 255U, 511U, 512U, 700U}) {
+        Sequence sequence;
+        std::vector<int> oracle;
+        const auto insert = [&](std::size_t at, std::size_t count, int value) {
+            std::vector<std::shared_ptr<int>> run(count);
+            for (auto& each : run) each = std::make_shared<int>(value);
+            sequence.insertRun(at, run);
+            oracle.insert(oracle.begin() + static_cast<std::ptrdiff_t>(at), count, value);
+        };
+        for (int i = 0; i < 1'000; ++i) insert(oracle.size(), 1, -i);
+        std::size_t at = first;
+        for (int run = 1; run <= 60; ++run) {
+            const std::size_t count = run % 7 == 0 ? 1 : 49;
+            insert(at, count, run);
+            at += count;
+        }
+        ASSERT_EQ(valuesOf(sequence), oracle) << first;
+        for (int i = 0; i < 3'000; ++i) {
+            sequence.remove(first);
+            oracle.erase(oracle.begin() + static_cast<std::ptrdiff_t>(first));
+            if (first == oracle.size()) break;
+        }
+        EXPECT_EQ(valuesOf(sequence), oracle) << first;
+    }
+}
+
 TEST_P(ChunkedSequenceAgainstAVector, HoldsTheSameAfterEveryChange) {
     for (int step = 0; step < 20'000; ++step) {
         change(step);

@@ -83,6 +83,23 @@ TEST_F(ListViewTest, KnowsTheWidestCellAlsoWhenRowsLikeOneAnotherCome) {
     EXPECT_EQ(list.widestCell(1), std::max(list.textWidth(u"wide"), list.textWidth(u"model")));
 }
 
+TEST_F(ListViewTest, KnowsTheWidestCellWhereRowsCoverDifferentTextsOfOneModel) {
+    Row wide{u"the wide text of the model", {}, {}, {{u"B", u"its wide cell as well", {}, {}, {}}}};
+    const RowPtr model = makeRow(wide);
+    const OwnText narrowText[] = {{RowField::Text, u"x"}};
+    const OwnText narrowCell[] = {{1, CellField::Text, u"x"}};
+    list.setColumns({{u"A", u"A", 100, 0, u""}, {u"B", u"B", 100, 0, u""}});
+    for (const int column : {1, 2}) list.widestCell(column);
+    std::vector<RowPtr> rows{makeRowLike(model, narrowText), makeRowLike(model, narrowCell)};
+    list.insertRun(1, rows);
+    EXPECT_EQ(list.rememberedWidestCell(1), list.textWidth(u"the wide text of the model"));
+    EXPECT_EQ(list.rememberedWidestCell(2), list.textWidth(u"its wide cell as well"));
+    list.clear();
+    for (const int column : {1, 2}) list.widestCell(column);
+    list.append(makeRowLike(model, narrowText));
+    EXPECT_EQ(list.rememberedWidestCell(1), list.textWidth(u"x")) << "the model's own is covered";
+}
+
 TEST_F(ListViewTest, RemovesAndClears) {
     fill({u"a", u"b", u"c"});
     list.remove(2);

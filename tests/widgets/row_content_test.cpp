@@ -147,6 +147,21 @@ TEST(RowLikeAnother, HasItsOwnTextsAndAllOthersOfTheModel) {
     EXPECT_EQ(row->columnText(9), u"");
 }
 
+TEST(RowLikeAnother, TakesTextsInAsciiBytesToo) {
+    const OwnText own[] = {{RowField::Tag, u"t\u00E4g"},
+                           {1, CellField::Tag, std::string_view("12")},
+                           {2, CellField::Text, std::string_view("a text that is longer than a block")}};
+    const RowPtr row = makeRowLike(makeRow(sampleRow()), own);
+    EXPECT_EQ(row->tag(), u"t\u00E4g");
+    EXPECT_EQ(row->cellTag(1), u"12");
+    EXPECT_EQ(row->cellText(2), u"a text that is longer than a block");
+    EXPECT_EQ(row->cellText(3), u"c1");
+    Row wide = sampleRow();
+    wide.cells.resize(9);
+    const OwnText beyond[] = {{9, CellField::Tag, std::string_view("12")}};
+    EXPECT_EQ(makeRowLike(makeRow(wide), beyond)->cellTag(9), u"12") << "more fields than a model may have";
+}
+
 TEST(RowLikeAnother, MayBeTheModelOfAThird) {
     const OwnText last[] = {{3, CellField::ToolTip, u"tip"}};
     const RowPtr row = makeRowLike(likeSample(makeRow(sampleRow())), last);
@@ -161,9 +176,19 @@ TEST(RowLikeAnother, KnowsWhichColumnsMayDiffer) {
     std::string own;
     for (int column = 1; column <= 4; ++column) own += row->ownsColumn(column) ? '1' : '0';
     EXPECT_EQ(own, "0110");
-    std::vector<int> visited;
-    row->visitOwnColumns([&](int column) { visited.push_back(column); });
-    EXPECT_EQ(visited, (std::vector<int>{2, 3}));
+    row->rememberWidth(1, 3, 30);
+    std::vector<int> columns;
+    std::u16string texts;
+    std::vector<float> widths;
+    row->visitOwnColumns(1, {}, [&](int column, std::u16string_view text, float& width) {
+        columns.push_back(column);
+        texts.append(text).append(1, u'.');
+        widths.push_back(std::exchange(width, 7.0F));
+    });
+    EXPECT_EQ(columns, (std::vector<int>{2, 3}));
+    EXPECT_EQ(texts, u".own b.");
+    EXPECT_EQ(widths, (std::vector<float>{-1, 30})) << "the first was not measured yet";
+    EXPECT_EQ(row->rememberedWidth(1, 2), 7.0F);
     EXPECT_TRUE(makeRow(sampleRow())->ownsColumn(1)) << "a row without a model owns all";
 }
 
