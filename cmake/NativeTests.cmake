@@ -16,3 +16,15 @@ cvlog_executable(tests_native SOURCES ${test_sources} LINKS cvlog_headless cvlog
 if(TARGET tests_native)
     gtest_discover_tests(tests_native DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 endif()
+
+# Programs that try random input, as many as they are told; with clang its libFuzzer drives them instead.
+foreach(fuzzed error_line errors_file)
+    set(fuzz_sources tests/fuzz/${fuzzed}.cpp tests/support/${fuzzed}_fuzz.cpp)
+    if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)
+        list(APPEND fuzz_sources tests/fuzz/driver.cpp)
+    endif()
+    cvlog_executable(fuzz_${fuzzed} SOURCES ${fuzz_sources} LINKS cvlog_headless)
+    if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+        target_link_options(fuzz_${fuzzed} PRIVATE -fsanitize=fuzzer)
+    endif()
+endforeach()
