@@ -116,6 +116,70 @@ TEST_F(OptionsTest, ReplaceTheWholeFilterWhenAnErrorsListIsFound) {
     EXPECT_EQ(options().ErrorsListFilter, (Filter{{u'E', true}}));
 }
 
+TEST_F(OptionsTest, PassOverAKindWhoseAttributesCannotBeRead) {
+    auto& host = world.host.options;
+    host.addFilter(u"Errors", u"false");
+    host.addFilter(u"Warnings", u"false")->raise(u"getAttribute", kFailure);
+    host.addFilter(u"Notes", u"false")->on(u"getAttribute", [](std::span<automation::Value> arguments) {
+        if (automation::toText(arguments[0]) == u"VALUE") throw automation::AutomationError(kFailure);
+        return automation::Value(u"Notes");
+    });
+    host.addFilter(u"Info", u"false");
+    load();
+    EXPECT_EQ(options().ErrorsListFilter, (Filter{{u'E', true}, {u'I', true}}));
+}
+
+TEST_F(OptionsTest, KeepTheKindsUpToANodeThatKnowsNoNextOne) {
+    auto& host = world.host.options;
+    host.setDocked(u"true");
+    host.addFilter(u"Errors", u"false");
+    host.addFilter(u"Warnings", u"false")->raise(u"nextSibling", kFailure);
+    options().ErrorsListFilter = {{u'X', true}};
+    load();
+    EXPECT_EQ(options().ErrorsListFilter, (Filter{{u'E', true}, {u'W', true}}));
+    EXPECT_TRUE(options().DockedOption) << "what comes after them is read";
+}
+
+TEST_F(OptionsTest, TakeAHundredThousandKinds) {
+    constexpr int kNodes = 100'000;
+    auto& host = world.host.options;
+    const auto node = host.addFilter(u"Errors", u"false"); // comes as often as one asks for the next
+    int left = kNodes;
+    node->on(u"nextSibling", [&](std::span<automation::Value>) {
+        return --left > 0 ? automation::Value(node) : automation::Value();
+    });
+    node->on(u"getAttribute", [&](std::span<automation::Value> arguments) {
+        if (automation::toText(arguments[0]) != u"NAME") return automation::Value(u"false");
+        return automation::Value(left == 1 ? u"Last" : u"Errors");
+    });
+    load();
+    EXPECT_EQ(left, 0);
+    EXPECT_EQ(options().ErrorsListFilter, (Filter{{u'E', true}, {u'L', true}}));
+}
+
+TEST_F(OptionsTest, AreReadToTheirEndWhenTheHostLetsGoOfTheDocumentMeanwhile) {
+    for (const char16_t* call : {u"selectSingleNode", u"getAttribute", u"nextSibling"}) {
+        tests::FakeHost host{world.calls};
+        host.options.setKeepInSession(u"true");
+        const auto node = host.options.addFilter(u"Errors", u"false");
+        const auto object = call == std::u16string_view(u"selectSingleNode") ? host.options.document : node;
+        const std::weak_ptr<tests::ScriptObject> document = host.options.document;
+        options() = {};
+        options().UserOptions = hostapi::OptionsDocument(host.options.document);
+        object->before(call, [&] {
+            host.options.document.reset();
+            host.workspace->remove(u"UserOptions");
+            ReleaseOptions(world.globals);
+        });
+        EXPECT_NO_THROW(load());
+        EXPECT_FALSE(static_cast<bool>(options().UserOptions));
+        if (object == node) {
+            EXPECT_EQ(options().ErrorsListFilter, (Filter{{u'E', true}}));
+            EXPECT_TRUE(document.expired());
+        }
+    }
+}
+
 TEST_F(OptionsTest, AreReadOnceEachInTheirOrder) {
     world.host.options.addFilter(u"Errors", u"false");
     world.calls.restart();
