@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -107,6 +108,31 @@ TEST_F(ErrorsFileTest, GivesTheCallerTheWordAtLeastEveryMegabyteOfWhatItLeavesOu
     EXPECT_EQ(lines.front().size(), ErrorsFile::kLongestLine);
     EXPECT_EQ(lines.back(), "next");
     for (std::size_t i = 1; i + 1 < lines.size(); ++i) EXPECT_EQ(lines[i], "");
+}
+
+/// A line that nobody could hold in memory.
+class EndlessLine : public ports::OpenFile {
+public:
+    explicit EndlessLine(std::size_t& mostAtOnce) : mostAtOnce_(mostAtOnce) {}
+    std::uint64_t size() const noexcept override { return kSize; }
+    std::size_t read(std::span<char> bytes) override {
+        std::fill(bytes.begin(), bytes.end(), 'x');
+        mostAtOnce_ = std::max(mostAtOnce_, bytes.size());
+        return bytes.size();
+    }
+    static constexpr std::uint64_t kSize = 500U << 20;
+
+private:
+    std::size_t& mostAtOnce_;
+};
+
+TEST_F(ErrorsFileTest, HoldsNoMoreOfALineOfHalfAGigabyteThanItGivesOut) {
+    std::size_t mostAtOnce = 0; // what is asked for at once lies in the memory that is held
+    const Lines lines = rest(ErrorsFile(std::make_unique<EndlessLine>(mostAtOnce)));
+    ASSERT_FALSE(lines.empty());
+    EXPECT_EQ(lines.front().size(), ErrorsFile::kLongestLine);
+    for (std::size_t i = 1; i < lines.size(); ++i) EXPECT_EQ(lines[i], "");
+    EXPECT_LE(mostAtOnce, ErrorsFile::kLongestLine);
 }
 
 TEST_F(ErrorsFileTest, ReadsNoMoreThanThereWasWhenItWasOpened) {

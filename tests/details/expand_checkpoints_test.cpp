@@ -31,7 +31,7 @@ protected:
         for (const auto& showing : world.forms().shown) count += showing.caption == u"Cancel";
         return count;
     }
-    void pressCancel() { world.forms().live.back()->userClicks(kCancelButton); }
+    void pressCancel() { world.pressCancel(); }
     int childCount(std::size_t index = 0) { return static_cast<int>(world.messages(index).size()); }
 
     ExpansionWorld world{3};

@@ -7,6 +7,7 @@
 #include "details/frm_cancel.h"
 #include "details/repository_tracking.h"
 #include "host/log_visibility.h"
+#include "store/frm_log_history.h"
 #include "store/log_database.h"
 #include "tests/support/expansion_world.h"
 #include "view/list_set.h"
@@ -25,7 +26,9 @@ using tests::expectNothingLeft;
 struct Action {
     const char* name;
     std::function<void(ExpansionWorld&)> run;
-    bool stops = false; // a row of the stopping yield stays in one list alone
+    bool stops = false;   // a row of the stopping yield stays in one list alone
+    int adds = 0;         // records
+    bool orphans = false; // it takes the entry alone: the messages go when the expansion goes on
 };
 
 void PrintTo(const Action& action, std::ostream* out) { *out << action.name; }
@@ -42,30 +45,37 @@ void deleteRow(ExpansionWorld& world, std::size_t index, int row) {
     view::DeleteRows(world.globals, world.view(index));
 }
 
-void pressCancel(ExpansionWorld& world) {
-    if (world.globals.frmCancel) world.forms().live.back()->userClicks(1);
+void showHistory(ExpansionWorld& world) {
+    world.forms().whileModal = [&world](auto&) {
+        if (const auto window = world.globals.store.frmLogHistory) window->unload();
+    };
+    store::ShowHistory(world.globals);
 }
 
 const Action kActions[] = {
     {"Add",
      [](ExpansionWorld& world) {
          world.add({u"M1", 0, u"", u"added", u""});
-     }},
+     },
+     false, 1},
     {"AddWithAnErrorsFile",
      [](ExpansionWorld& world) {
          world.add({u"M1", 0, u"P1", u"added", u"given.errors"});
-     }},
+     },
+     false, 1},
     {"AddThatClearsTheLists",
      [](ExpansionWorld& world) {
          world.globals.options.KeepInSession = false;
          world.add({u"M1", 0, u"", u"added", u""});
-     }},
+     },
+     false, 1},
     {"StartOfASeries",
      [](ExpansionWorld& world) {
          world.globals.options.KeepInSession = false;
          world.startSeries();
          world.add({u"M1", 0, u"", u"added", u""});
-     }},
+     },
+     false, 1},
     {"CloseDB", [](ExpansionWorld& world) { world.close(); }},
     {"OpenDB", [](ExpansionWorld& world) { world.open(); }},
     {"CloseAndOpenDB",
@@ -74,7 +84,7 @@ const Action kActions[] = {
          world.open();
      }},
     {"Clear", [](ExpansionWorld& world) { view::ClearLists(world.globals); }},
-    {"RemoveTheEntry", [](ExpansionWorld& world) { removeAsHost(world, 2); }},
+    {"RemoveTheEntry", [](ExpansionWorld& world) { removeAsHost(world, 2); }, false, 0, true},
     {"RemoveTheRowAbove", [](ExpansionWorld& world) { removeAsHost(world, 1); }},
     {"DeleteTheEntry", [](ExpansionWorld& world) { deleteRow(world, 0, 2); }},
     {"DeleteTheEntryInTheOtherList", [](ExpansionWorld& world) { deleteRow(world, 1, 2); }},
@@ -104,7 +114,8 @@ const Action kActions[] = {
          host::PutParent(world.globals, world.host.workspace);
          host::PutDocked(world.globals, !world.globals.options.DockedOption);
      }},
-    {"Cancel", pressCancel, true},
+    {"ShowHistory", showHistory},
+    {"Cancel", [](ExpansionWorld& world) { world.pressCancel(); }, true},
     {"CloseTheStrip",
      [](ExpansionWorld& world) {
          if (world.globals.frmCancel) world.forms().live.back()->userCloses();
@@ -139,23 +150,48 @@ std::string sixtyLines() {
     return content;
 }
 
-class ExpandReentrancy : public testing::TestWithParam<Action> {
+/// The list that is acted on, and how many there are.
+struct Lists {
+    std::size_t acted;
+    std::size_t count;
+};
+
+class ExpandReentrancy : public testing::TestWithParam<std::tuple<Action, Lists>> {
 protected:
-    static std::unique_ptr<ExpansionWorld> makeWorld() {
-        auto world = std::make_unique<ExpansionWorld>(2);
+    static const Action& action() { return std::get<Action>(GetParam()); }
+    static const Lists& lists() { return std::get<Lists>(GetParam()); }
+
+    std::unique_ptr<ExpansionWorld> makeWorld() {
+        ran_ = false;
+        auto world = std::make_unique<ExpansionWorld>(lists().count);
         world->writeErrors(sixtyLines());
         return world;
     }
-
-    static void check(ExpansionWorld& world, bool cutShort) {
+    void act(ExpansionWorld& world) {
+        if (std::exchange(ran_, true)) return;
+        action().run(world);
+        if (!action().orphans) tests::expectMessagesBelowTheirEntry(world);
+    }
+    /// Answers whether the action ran meanwhile.
+    bool expand(ExpansionWorld& world) {
+        const auto before = world.engine.records();
+        base::ignoring([&] { world.expand(lists().acted); });
+        const auto& after = world.engine.records();
+        EXPECT_EQ(after.size(), before.size() + static_cast<std::size_t>(ran_ ? action().adds : 0));
+        EXPECT_TRUE(std::equal(before.begin(), before.end(), after.begin())) << "a record is another one";
+        check(world);
+        return ran_;
+    }
+    static void check(ExpansionWorld& world) {
         world.calls.insideCall = nullptr;
         world.platform.pump.atYield = nullptr;
         world.platform.pump.hasInput = nullptr;
         world.platform.pump.programEnds = false;
-        if (cutShort) { // the row of the checkpoint is in one list alone; closing the entry takes it
+        tests::expectMessagesBelowTheirEntry(world);
+        if (action().stops) { // the row of the checkpoint is in one list alone; closing the entry takes it
             EXPECT_FALSE(world.globals.ExpansionBusy);
             EXPECT_EQ(world.globals.frmCancel, nullptr);
-            if (world.globals.LogViews.count() > 0) CollapseEntry(world.globals, world.view(), kAllEntries);
+            CollapseEntry(world.globals, world.view(lists().acted), kAllEntries);
         }
         expectNothingLeft(world);
     }
@@ -166,6 +202,9 @@ protected:
             if (call.starts_with(foreign)) return true;
         return false;
     }
+
+private:
+    bool ran_ = false;
 };
 
 TEST_P(ExpandReentrancy, InAnyYieldLeavesTheListsInStep) {
@@ -173,15 +212,11 @@ TEST_P(ExpandReentrancy, InAnyYieldLeavesTheListsInStep) {
         const auto world = makeWorld();
         int lines = 0;
         world->platform.pump.hasInput = [&] { return ++lines % 7 == 0; };
-        bool ran = false;
         world->platform.pump.atYield = [&](int yield) {
-            if (yield != number || std::exchange(ran, true)) return;
-            GetParam().run(*world);
+            if (yield == number) act(*world);
         };
         SCOPED_TRACE("yield " + std::to_string(number));
-        base::ignoring([&] { world->expand(); });
-        check(*world, GetParam().stops);
-        if (!ran) {
+        if (!expand(*world)) {
             EXPECT_GT(number, 8) << "too few yields";
             break;
         }
@@ -192,32 +227,32 @@ TEST_P(ExpandReentrancy, InAnyHostCallLeavesTheListsInStep) {
     for (int number = 1;; ++number) {
         const auto world = makeWorld();
         int calls = 0;
-        bool ran = false;
-        std::string interrupted;
         world->calls.insideCall = [&](const std::string& call) {
-            if (!isForeign(call) || ran || ++calls != number) return;
-            ran = true;
-            interrupted = call;
-            base::ignoring([&] { GetParam().run(*world); });
+            if (isForeign(call) && ++calls == number) base::ignoring([&] { act(*world); });
         };
-        base::ignoring([&] { world->expand(); });
-        SCOPED_TRACE("host call " + std::to_string(number) + ": " + interrupted);
-        check(*world, GetParam().stops);
-        if (!ran) {
+        SCOPED_TRACE("host call " + std::to_string(number));
+        if (!expand(*world)) {
             EXPECT_GT(number, 15) << "too few calls";
             break;
         }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Actions, ExpandReentrancy, testing::ValuesIn(kActions),
-                         [](const auto& instance) { return std::string(instance.param.name); });
+INSTANTIATE_TEST_SUITE_P(Actions, ExpandReentrancy,
+                         testing::Combine(testing::ValuesIn(kActions),
+                                          testing::Values(Lists{0, 2}, Lists{1, 3})),
+                         [](const auto& instance) {
+                             const Lists& lists = std::get<Lists>(instance.param);
+                             return std::string(std::get<Action>(instance.param).name) + "InList" +
+                                    std::to_string(lists.acted + 1) + "Of" + std::to_string(lists.count);
+                         });
 
 class ExpandMeanwhile : public testing::Test {
 protected:
     ExpandMeanwhile() { world.writeLines(120); }
     ~ExpandMeanwhile() override { expectNothingLeft(world); }
     int childCount(std::size_t index = 0) { return static_cast<int>(world.messages(index).size()); }
+    static constexpr int kMessageColumn = 7;
     ExpansionWorld world{2};
 };
 
@@ -228,6 +263,27 @@ TEST_F(ExpandMeanwhile, AddsRowsBelowAndLosesNone) {
     EXPECT_EQ(childCount(1), 120);
     EXPECT_EQ(world.list().row(world.list().rowCount()).cellText(6), u"added");
     EXPECT_EQ(world.engine.records().size(), 4U);
+}
+
+TEST_F(ExpandMeanwhile, AddsRowsAtTheEndOfListsThatWereSortedBefore) {
+    for (const std::size_t index : {0U, 1U}) {
+        world.list(index).setSort(kMessageColumn - 1, widgets::SortOrder::Ascending);
+        world.list(index).setSorted(true);
+    }
+    world.add({u"M1", 0, u"", u"zone", u""});
+    world.atYield(1, [&] { world.add({u"M1", 0, u"", u"added", u""}); });
+    constexpr int kOpened = 3; // of: after, before, opened, zone
+    ExpandEntry(world.globals, world.view(), kOpened);
+    for (const std::size_t index : {0U, 1U}) {
+        const widgets::ListView& list = world.list(index);
+        ASSERT_EQ(list.rowCount(), 4 + 120 + 1);
+        EXPECT_EQ(world.messages(index, kOpened).size(), 120U);
+        EXPECT_EQ(list.row(kOpened).cellText(6), u"opened");
+        EXPECT_EQ(list.row(kOpened + 121).cellText(6), u"zone");
+        EXPECT_EQ(list.row(list.rowCount()).cellText(6), u"added") << "not at its sorted place";
+        EXPECT_FALSE(list.sorted());
+    }
+    EXPECT_EQ(world.engine.records().size(), 5U);
 }
 
 TEST_F(ExpandMeanwhile, FollowsTheEntryWhenRowsAboveItGo) {

@@ -31,10 +31,14 @@ protected:
     ExpansionWorld world{2};
 };
 
-TEST_F(RepositoryTracking, LeavesRowsWhoseFileIsThere) {
+TEST_F(RepositoryTracking, LeavesRowsWhoseFileIsThereAndReadsNothingAgain) {
     world.expand();
+    world.writeErrors("other text");
+    world.calls.restart();
     modify(u"P1");
-    EXPECT_EQ(world.messages().size(), 2U);
+    EXPECT_EQ(world.calls.countOf("FileReader."), 0);
+    EXPECT_EQ(world.calls.countOf("File."), 0);
+    EXPECT_EQ(world.messages(), (std::vector<std::string>{"one", "two"}));
     EXPECT_EQ(path(2), tests::kErrorsPath);
 }
 

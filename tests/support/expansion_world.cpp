@@ -34,10 +34,10 @@ void ExpansionWorld::expand(std::size_t list) {
         if (each.get() == &controls.at(list)->lvLog()) return details::ExpandSelectedEntry(globals, each);
 }
 
-std::vector<std::string> ExpansionWorld::messages(std::size_t index) {
+std::vector<std::string> ExpansionWorld::messages(std::size_t index, int entry) {
     std::vector<std::string> texts;
     const widgets::ListView& from = list(index);
-    for (int row = kEntry + 1; row <= from.rowCount() && core::IsChildRow(from.row(row)); ++row)
+    for (int row = entry + 1; row <= from.rowCount() && core::IsChildRow(from.row(row)); ++row)
         texts.push_back(base::toUtf8(from.row(row).cellText(6)));
     return texts;
 }
@@ -46,6 +46,20 @@ void ExpansionWorld::atYield(int n, std::function<void()> action) {
     platform.pump.atYield = [n, action = std::move(action)](int yield) {
         if (yield == n) action();
     };
+}
+
+void ExpansionWorld::dock(FakeWindow& window) {
+    const auto tools = std::make_shared<ScriptCollection>("Tools", calls);
+    tools->add(u"", window.tool);
+    host.workspace->set(u"ActiveToolList", tools);
+    window.window->set(u"Enabled", true).set(u"MousePointer", std::int16_t{0});
+    globals.placement.Parent = host.workspace; // any object will do
+    globals.options.DockedOption = true;
+}
+
+void ExpansionWorld::pressCancel() {
+    constexpr std::size_t kCancelButton = 1;
+    if (globals.frmCancel) forms().live.back()->userClicks(kCancelButton);
 }
 
 namespace {
@@ -65,7 +79,28 @@ void expectSameRows(const std::vector<core::LogViews::ListRef>& lists) {
     }
 }
 
+void expectShown(const widgets::ListView& list) {
+    if (!list.peer()) return;
+    auto& peer = platform::headless::peerOf(list);
+    EXPECT_EQ(peer.told("batchBegan"), peer.told("batchEnded")) << "the screen still waits";
+    peer.verify(); // the world's end tells of differences
+}
+
 } // namespace
+
+void expectMessagesBelowTheirEntry(LogWorld& world) {
+    for (const auto& list : world.globals.LogViews.all()) {
+        std::u16string_view object = u"no entry";
+        for (int position = 1; position <= list->rowCount(); ++position) {
+            const widgets::RowContent& row = list->row(position);
+            const bool isChild = core::IsChildRow(row);
+            if (!isChild) object = row.tag();
+            if (isChild && !row.cellTag(row.cellOf(u"Num")).empty()) { // the row on hidden ones has no object
+                ASSERT_EQ(row.cellTag(row.cellOf(u"ObjID")), object) << "row " << position;
+            }
+        }
+    }
+}
 
 void expectNothingLeft(LogWorld& world) {
     EXPECT_FALSE(world.globals.ExpansionBusy);
@@ -73,6 +108,8 @@ void expectNothingLeft(LogWorld& world) {
     EXPECT_EQ(world.platform.files.openFiles(), 0);
     for (const auto* form : world.platform.peers.forms.live) EXPECT_NE(form->form().caption(), u"Cancel");
     expectSameRows(world.globals.LogViews.all());
+    expectMessagesBelowTheirEntry(world);
+    for (const auto& list : world.globals.LogViews.all()) expectShown(*list);
 }
 
 std::string errorLine(std::string_view type, std::string_view object, std::string_view severity,
