@@ -20,7 +20,7 @@ void MemoryFileSystem::remove(std::u16string_view path) {
 
 bool MemoryFileSystem::fileExists(std::u16string_view path) {
     gate_.pass("FileSystem.fileExists");
-    return files_.contains(base::folded(path));
+    return files_.contains(base::folded(path)) || (disk_ && disk_->fileExists(path));
 }
 
 std::string MemoryFileSystem::nativePath(std::u16string_view path) { return base::toUtf8(path); }
@@ -69,6 +69,7 @@ private:
 std::unique_ptr<ports::OpenFile> MemoryFileSystem::open(std::u16string_view path) {
     gate_.pass("FileReader.open");
     const auto file = files_.find(base::folded(path));
+    if (file == files_.end() && disk_) return disk_->open(path);
     if (file == files_.end() || locked_.contains(base::folded(path)))
         throw std::runtime_error("cannot open " + base::toUtf8(path));
     return std::make_unique<Reader>(gate_, file->second, openFiles_);

@@ -2,16 +2,18 @@
 
 #include "base/text.h"
 #include "platform/headless/call_gate.h"
+#include "platform/headless/disk_file_system.h"
 #include "ports/file_reader.h"
 #include "ports/file_system.h"
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 
 namespace cvlog::platform::headless {
 
-/// Files and folders that exist in memory only. Paths ignore case.
+/// Files and folders that exist in memory only, unless it goes on to the disk. Paths in memory ignore case.
 class MemoryFileSystem : public ports::FileSystem, public ports::FileReader {
 public:
     explicit MemoryFileSystem(const CallGate& gate) : gate_(gate) {}
@@ -24,6 +26,8 @@ public:
     void truncate(std::u16string_view path, std::size_t size);
     /// Another program keeps the file to itself: nobody else can open it.
     void lock(std::u16string_view path) { locked_.insert(base::folded(path)); }
+    /// What has no file here is looked for among this machine's real files from now on. Those are not counted.
+    void goOnToDisk() { disk_.emplace(); }
     int openFiles() const noexcept { return *openFiles_; }
 
     bool fileExists(std::u16string_view path) override;
@@ -38,6 +42,7 @@ private:
     std::map<std::u16string, std::shared_ptr<std::string>> files_; // a reader keeps the one it opened
     std::set<std::u16string> folders_;
     std::set<std::u16string> locked_;
+    std::optional<DiskFileSystem> disk_;
     std::shared_ptr<int> openFiles_ = std::make_shared<int>(0);
 };
 

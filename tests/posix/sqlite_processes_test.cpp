@@ -1,6 +1,7 @@
 #include "automation/error.h"
 #include "base/text.h"
 #include "store/sqlite_engine.h"
+#include "tests/posix/child_process.h"
 #include "tests/store/command_line.h"
 #include "tests/store/failing_disk.h"
 #include "tests/store/store_files.h"
@@ -10,19 +11,19 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
-#include <functional>
 #include <random>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-// The file shared by processes: two that write, one that is killed, one that may not write. A child ends by
-// _exit, so that it neither flushes nor closes anything.
+// The file shared by processes: two that write, one that is killed, one that may not write. A child
+// neither flushes nor closes anything at its end.
 
 namespace cvlog::store::testing {
 
 using automation::AutomationError;
 using automation::Value;
+using tests::exitCodeOf;
+using tests::startChild;
 
 namespace {
 
@@ -31,25 +32,6 @@ constexpr char16_t kFile[] = u"PrjData.mdb";
 int environmentNumber(const char* name, int otherwise) {
     const char* text = std::getenv(name);
     return text ? std::atoi(text) : otherwise;
-}
-
-pid_t startChild(const std::function<int()>& body) {
-    const pid_t child = fork();
-    if (child == 0) {
-        int result = 99;
-        try {
-            result = body();
-        } catch (...) {
-        }
-        _exit(result);
-    }
-    return child;
-}
-
-int exitCodeOf(pid_t child) {
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
 class Pipe {
@@ -313,9 +295,8 @@ TEST_F(SqliteProcesses, aFolderThatCannotBeWrittenIsRead) {
     }
     ASSERT_EQ(chmod(native().c_str(), 0444), 0);
     ASSERT_EQ(chmod(folder_.native().c_str(), 0555), 0);
-    constexpr uid_t kNobody = 65534;
     const int code = exitCodeOf(startChild([this] {
-        if (geteuid() == 0 && setuid(kNobody) != 0) return 50;
+        if (!tests::becomeNobody()) return 50;
         const auto database = open();
         const auto read = database->openSnapshot(u"Select RecordNum From LogInfo order by RecordNum desc");
         if (read->atEnd() || read->value(u"RecordNum") != Value(1)) return 1;
