@@ -17,14 +17,15 @@ if(TARGET tests_native)
     gtest_discover_tests(tests_native DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 endif()
 
-# Programs that try random input, as many as they are told; with clang its libFuzzer drives them instead.
+# Programs that try random input, as much as they are told; with clang its libFuzzer drives them instead.
 foreach(fuzzed error_line errors_file)
     set(fuzz_sources tests/fuzz/${fuzzed}.cpp tests/support/${fuzzed}_fuzz.cpp)
-    if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)
-        list(APPEND fuzz_sources tests/fuzz/driver.cpp)
-    endif()
-    cvlog_executable(fuzz_${fuzzed} SOURCES ${fuzz_sources} LINKS cvlog_headless)
     if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+        # Compiled once more with what tells the fuzzer which code was reached.
+        cvlog_executable(fuzz_${fuzzed} SOURCES ${fuzz_sources} details/${fuzzed}.cpp LINKS cvlog_headless)
+        target_compile_options(fuzz_${fuzzed} PRIVATE -fsanitize=fuzzer)
         target_link_options(fuzz_${fuzzed} PRIVATE -fsanitize=fuzzer)
+    else()
+        cvlog_executable(fuzz_${fuzzed} SOURCES ${fuzz_sources} tests/fuzz/driver.cpp LINKS cvlog_headless)
     endif()
 endforeach()

@@ -16,7 +16,7 @@ std::string shortened(const std::string& input) {
 }
 
 TEST(ErrorLineFuzz, GivesEveryLineThePartsOfTheFormatAndACleanMessage) {
-    constexpr int kLines = 200'000;
+    constexpr int kLines = 100'000;
     tests::RandomErrorLines lines(20'261'121);
     int whole = 0;
     std::size_t longest = 0;
@@ -77,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(ErrorsFileFuzz, GivesTheLinesOfEveryFileWhateverTheBlocksAre) {
     tests::RandomErrorsFiles files(20'261'121);
-    for (int i = 0; i < 100'000; ++i) {
+    for (int i = 0; i < 50'000; ++i) {
         const std::string input = files.next();
         ASSERT_EQ(faultOfErrorsFile(input), "") << "file " << i << ": " << shortened(input);
     }

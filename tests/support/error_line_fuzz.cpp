@@ -98,7 +98,7 @@ std::string faultOfErrorLine(std::string_view line, const ErrorLineParser& parse
     }
     if (total > line.size()) return "the parts are longer than the line";
     const Parts parts = copyOf(parsed);
-    if (const std::string fault = faultOfMessage(parts.texts.back(), parse); !fault.empty()) return fault;
+    if (std::string fault = faultOfMessage(parts.texts.back(), parse); !fault.empty()) return fault;
     return parts == readSlowly(line) ? "" : "the parts are not those of the format";
 }
 
