@@ -1,5 +1,5 @@
-// The history over a real file that others write, lock, close or damage while it loads and while it is open. The
-// command-line program reads the file after every scenario and agrees.
+// The history over a real file that others write, lock or close while it loads and while it is open, and over a full
+// disk. The command-line program reads the file after every scenario and agrees.
 
 #include "tests/store/failing_disk.h"
 #include "tests/store/history_files.h"
@@ -17,22 +17,6 @@ using testing::StockDatabase;
 
 class HistoryFileFaults : public testing::HistoryFiles {
 protected:
-    /// Runs once, when so many runs of rows have come into the list of the history that loads. There are three: the
-    /// records of earlier sessions, the separator, and the records of this session.
-    void atRun(int run, std::function<void()> action) {
-        platform_.gate.watcher = [this, run, count = 0,
-                                  action = std::move(action)](std::string_view name) mutable {
-            if (name != "List.rowsInserted" || ++count != run) return;
-            const auto once = std::exchange(action, nullptr);
-            const auto keep = std::exchange(platform_.gate.watcher, nullptr);
-            once();
-        };
-    }
-    void addRecords(int count) {
-        for (int i = 0; i < count; ++i)
-            make("insert into LogInfo (LogMessage, ReturnMessage, ObjectType) values ('message ' || " +
-                 std::to_string(i + 1) + " || hex(zeroblob(300)), 7, 'PROG')");
-    }
     std::string shownNumbers() { return ask("select ifnull(group_concat(RecordNum, ' '), '') from LogInfo"); }
     void removeCompanions() {
         for (const char* end : {"-wal", "-shm"}) std::filesystem::remove(native() + end);
@@ -188,49 +172,6 @@ TEST_F(HistoryFileFaults, ADeletionThatFailsAtAnyWriteTakesARecordWhollyOrNotAtA
             if (!failed) break;
             ASSERT_LT(failing, 200);
         }
-}
-
-// The file is damaged behind the back of the open log, before the history is opened and while it loads.
-TEST_F(HistoryFileFaults, PagesThatAreDamagedUnderAnOpenLogGiveRowsOrAFailure) {
-    make(kModernTable);
-    addRecords(40);
-    const std::string whole = testing::readWhole(native());
-    constexpr std::size_t kPage = 4096;
-    int opened = 0;
-    const auto tryFile = [&](const std::string& bytes, int row) {
-        removeCompanions();
-        testing::writeWhole(native(), whole);
-        ASSERT_TRUE(openLog());
-        // Pages that were read are read anew after a change by another program.
-        ASSERT_TRUE(StockDatabase(native()).run("create table if not exists Other (a)"));
-        const auto damage = [&] { testing::writeWhole(native(), bytes); };
-        if (row == 0)
-            damage();
-        else
-            atRun(row, damage);
-        inHistory([&](FrmLogHistory& window) {
-            ++opened;
-            EXPECT_LE(window.lvHistory()->rowCount(), 41);
-            if (window.lvHistory()->rowCount() > 0) base::ignoring([&] { removeRows(window, {1}); });
-            base::ignoring([&] { ClearLogHistory(globals_, window); });
-        });
-        platform_.gate.watcher = nullptr;
-        base::ignoring([&] { closeLog(); });
-    };
-    for (const int row : {0, 1, 20})
-        for (std::size_t page = 0; page * kPage < whole.size(); ++page) {
-            tryFile(whole.substr(0, page * kPage), row);
-            tryFile(whole.substr(0, page * kPage + 100), row);
-            for (const std::size_t offset : {0U, 3U, 5U, 8U, 20U, 101U, 2000U, 4090U}) {
-                std::string damaged = whole;
-                char& unit = damaged[page * kPage + offset];
-                unit = static_cast<char>(~unit);
-                tryFile(damaged, row);
-            }
-        }
-    EXPECT_GT(opened, 0);
-    removeCompanions();
-    testing::writeWhole(native(), whole);
 }
 
 } // namespace

@@ -28,6 +28,17 @@ protected:
         platform_.peers.forms.whileModal = nullptr;
         return code;
     }
+    /// Runs once, when so many runs of rows have come into the list of the history that loads. Of few records there are
+    /// three: those of earlier sessions, the separator, and those of this session.
+    void atRun(int run, std::function<void()> action) {
+        platform_.gate.watcher = [this, run, count = 0,
+                                  action = std::move(action)](std::string_view name) mutable {
+            if (name != "List.rowsInserted" || ++count != run) return;
+            const auto once = std::exchange(action, nullptr);
+            const auto keep = std::exchange(platform_.gate.watcher, nullptr);
+            once();
+        };
+    }
     std::string shown() {
         std::string names;
         EXPECT_EQ(inHistory([&](FrmLogHistory& window) { names = rowNames(*window.lvHistory()); }), 0);

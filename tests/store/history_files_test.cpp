@@ -174,46 +174,5 @@ TEST_F(HistoryFiles, NumbersOfAForeignFileMayBeNegativeOrDouble) {
     EXPECT_EQ(ask("select count(*) from LogInfo"), "1");
 }
 
-// Damage anywhere in the file: the history opens with whole rows or not at all, and the program goes on.
-TEST_F(HistoryFiles, DamagedPagesGiveRowsOrAFailure) {
-    make(kModernTable);
-    for (int i = 0; i < 40; ++i)
-        make("insert into LogInfo (LogMessage, ReturnMessage, ObjectType) values ('message " +
-             std::to_string(i + 1) + " ' || hex(zeroblob(300)), 7, 'PROG')");
-    const std::string whole = testing::readWhole(native());
-    constexpr std::size_t kPage = 4096;
-    int opened = 0;
-    const auto tryFile = [&](const std::string& bytes) {
-        for (const char* end : {"-wal", "-shm"}) std::filesystem::remove(native() + end);
-        testing::writeWhole(native(), bytes);
-        if (base::valueOr(false, [&] { return openLog(); })) {
-            base::ignoring([&] {
-                inHistory([&](FrmLogHistory& window) {
-                    ++opened;
-                    EXPECT_LE(window.lvHistory()->rowCount(), 41);
-                    base::ignoring([&] { removeRows(window, {1}); });
-                    base::ignoring([&] { ClearLogHistory(globals_, window); });
-                });
-            });
-        }
-        base::ignoring([&] { closeLog(); });
-        EXPECT_TRUE(platform_.peers.forms.live.empty());
-    };
-    for (std::size_t page = 0; page * kPage < whole.size(); ++page) {
-        tryFile(whole.substr(0, page * kPage));
-        tryFile(whole.substr(0, page * kPage + 100));
-        for (const std::size_t offset : {0U, 3U, 5U, 8U, 20U, 101U, 2000U, 4090U})
-            for (const char mask : {'\x01', '\x80', '\xff'}) {
-                std::string damaged = whole;
-                char& unit = damaged[page * kPage + offset];
-                unit = static_cast<char>(unit ^ mask);
-                tryFile(damaged);
-            }
-    }
-    EXPECT_GT(opened, 0);
-    for (const char* end : {"-wal", "-shm"}) std::filesystem::remove(native() + end);
-    testing::writeWhole(native(), whole);
-}
-
 } // namespace
 } // namespace cvlog::store
