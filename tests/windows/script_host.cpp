@@ -85,8 +85,15 @@ STDMETHODIMP ScriptedDispatch::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count
     return DISP_E_UNKNOWNNAME;
 }
 
+DISPID ScriptedDispatch::idOfItem() const {
+    for (std::size_t i = 0; i < members_.size(); ++i)
+        if (members_[i].first == L"Item") return static_cast<DISPID>(i) + 1;
+    return DISPID_UNKNOWN;
+}
+
 STDMETHODIMP ScriptedDispatch::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT* result,
                                       EXCEPINFO* info, UINT*) {
+    if (id == DISPID_VALUE) id = idOfItem();
     if (id < 1 || static_cast<std::size_t>(id) > members_.size()) return DISP_E_MEMBERNOTFOUND;
     for (const auto& [name, failure] : failures_)
         if (name == members_[static_cast<std::size_t>(id) - 1].first) return failure(info);

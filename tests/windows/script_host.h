@@ -52,6 +52,7 @@ public:
 private:
     ScriptedDispatch() { ++alive_; }
     ~ScriptedDispatch();
+    DISPID idOfItem() const; // the default member
 
     static inline std::atomic<int> alive_{0};
     ULONG references_ = 1;

@@ -74,12 +74,18 @@ void ProgressWindow::open() {
 void ProgressWindow::handleMessages() {
     MSG message;
     while (window_ && PeekMessageW(&message, window_, 0, 0, PM_REMOVE)) {
-        if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) {
-            interrupted_ = true;
-        }
+        noteKey(message);
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+    // The window does not take the focus: keys go to one that cannot act on them now, and must not do so later.
+    while (PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
+        noteKey(message);
+    }
+}
+
+void ProgressWindow::noteKey(const MSG& message) {
+    interrupted_ = interrupted_ || (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE);
 }
 
 bool ProgressWindow::show(long done, long all) {

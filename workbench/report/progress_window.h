@@ -5,7 +5,8 @@
 namespace workbench::report {
 
 /// Says how far a long work has come and lets the user break it off by its button or Esc. It comes up when the work
-/// takes longer than half a second. Only its own messages are handled meanwhile: nothing else of the program runs.
+/// takes longer than half a second. Only its own messages are handled meanwhile, and all keys are its own: nothing else of
+/// the program runs.
 class ProgressWindow {
 public:
     ProgressWindow() : started_(GetTickCount64()) {}
@@ -20,6 +21,7 @@ public:
 private:
     void open();
     void handleMessages();
+    void noteKey(const MSG& message);
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     ULONGLONG started_;
