@@ -2,6 +2,7 @@
 // back, and with a remembered visibility that is no text.
 
 #include "tests/windows/com_test.h"
+#include "tests/windows/live_objects.h"
 #include "tests/windows/script_host.h"
 
 #include <sqlite3.h>
@@ -26,18 +27,8 @@ int recordsIn(const ProjectFolder& project) {
     return count;
 }
 
-// Asked one by one: Wine answers 0 to GetProcessHandleCount, as it may to GetGuiResources.
-int openHandles() {
-    int count = 0;
-    for (ULONG_PTR value = 4; value < 0x8000; value += 4) {
-        DWORD flags = 0;
-        count += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) ? 1 : 0;
-    }
-    return count;
-}
-
 struct Held {
-    int handles = openHandles();
+    int handles = platform::win32::openHandles();
     DWORD userObjects = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
     DWORD gdiObjects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
     int hostObjects = ScriptedDispatch::alive();

@@ -32,4 +32,20 @@ inline int liveWindows() noexcept {
     return live;
 }
 
+/// Handles of this process to files, events ... of which `counts` holds. Asked one by one: Wine answers 0 to
+/// GetProcessHandleCount.
+template <class Counts>
+int openHandles(Counts counts) {
+    int count = 0;
+    for (ULONG_PTR value = 4; value < 0x8000; value += 4) {
+        DWORD flags = 0;
+        const auto handle = reinterpret_cast<HANDLE>(value);
+        count += GetHandleInformation(handle, &flags) && counts(handle) ? 1 : 0;
+    }
+    return count;
+}
+inline int openHandles() {
+    return openHandles([](HANDLE) { return true; });
+}
+
 } // namespace cvlog::platform::win32

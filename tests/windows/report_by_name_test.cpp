@@ -1,67 +1,32 @@
 // The Report commands of the log and of its history, chosen in their menus, with the generator that is registered under
 // its name: the sample one in its library, and one that notes what it is called with.
 
-#include "tests/windows/placement_fixture.h"
-#include "tests/windows/real_input.h"
+#include "tests/windows/log_user_fixture.h"
 #include "tests/windows/report_class.h"
 #include "tests/windows/report_rows.h"
-#include "tests/windows/scenes.h"
 
 namespace cvlog::tests {
 namespace {
 
-constexpr wchar_t kHistoryTitle[] = L"Activity Log History";
-
-class ReportByName : public PlacementTest {
+class ReportByName : public LogUserTest {
 protected:
     void SetUp() override {
-        PlacementTest::SetUp();
-        auto* workspace = static_cast<ScriptedDispatch*>(host_->workspace());
-        workspace->object(L"CalvettaWindow", (host_->window()->AddRef(), host_->window()));
-    }
-    void add(LONG code, const wchar_t* message) {
-        call(L"Add", {Variant(L"verify"), Variant(code), Variant(L"O1"), Variant(message)});
+        LogUserTest::SetUp();
+        floats();
     }
     void openNextSession() {
         call(L"CloseDB");
         open();
         call(L"SeriesStart", {Variant(L"verify")});
+        floats();
     }
     std::wstring output() const { return project_.path() + L"\\Output"; }
-    static void rightClick(HWND list) {
-        PostMessageW(list, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(30, 40));
-        PostMessageW(list, WM_RBUTTONUP, 0, MAKELPARAM(30, 40));
-    }
-    static bool menuIsOpen() { return menuWindow() != nullptr; }
-    static bool menuIsClosed() { return menuWindow() == nullptr; }
-    static HWND history() { return windowTitled(kHistoryTitle); }
-
-    /// Report in the log's menu.
-    void reportLog() {
-        const HWND list = listIn(floating());
-        Scenes scenes({{menuIsOpen, [] { typeKey('R'); }}});
-        rightClick(list);
-        EXPECT_TRUE(takeMessagesUntil([&] { return scenes.played() && menuIsClosed(); }));
-        takeMessages();
-    }
-    /// History in the log's menu, and Report in the menu there.
-    void reportHistory() {
-        const HWND list = listIn(floating());
-        Scenes scenes({{menuIsOpen, [] { typeKey('I'); }},
-                       {[] { return history() && menuIsClosed(); }, [] { rightClick(listIn(history())); }},
-                       {menuIsOpen, [] { typeKey('R'); }},
-                       {menuIsClosed, [] { PostMessageW(listIn(history()), WM_KEYDOWN, VK_ESCAPE, 1); }}});
-        rightClick(list);
-        EXPECT_TRUE(takeMessagesUntil([&] { return scenes.played() && !history(); }));
-        takeMessages();
-    }
 };
 
 using Rows = std::vector<std::string>;
 
 TEST_F(ReportByName, OfTheLogSaysWhatItsListShows) {
     const ReportClass sample;
-    floats();
     add(0, L"first <i>& last</i>");
     add(1, L"second");
     add(2, L"third");
@@ -82,7 +47,6 @@ TEST_F(ReportByName, OfTheHistoryHasItsRecordsAndWhereTheSessionBegins) {
     const ReportClass sample;
     add(0, L"before");
     openNextSession();
-    floats();
     add(2, L"now \"&\"");
     reportHistory();
     const std::string page = pageIn(output() + L"\\LogHistory.html");
@@ -96,7 +60,6 @@ TEST_F(ReportByName, OfTheHistoryHasItsRecordsAndWhereTheSessionBegins) {
 
 TEST_F(ReportByName, LeavesOutTheColumnsThatAreHidden) {
     const ReportClass sample;
-    floats();
     add(0, L"text");
     const HWND list = listIn(floating());
     for (int column = 0; column < 6; ++column)
@@ -159,7 +122,6 @@ protected:
 
 TEST_F(NotedReport, IsCreatedByReferenceAndShownInFrontOfTheHost) {
     const ReportClass noting([this] { return makeGenerator(false); });
-    floats();
     add(0, L"text");
     reportLog();
     EXPECT_EQ(noted_.types, (std::vector<VARTYPE>{VT_BYREF | VT_DISPATCH, VT_BYREF | VT_BSTR}));
@@ -174,7 +136,6 @@ TEST_F(NotedReport, IsCreatedByReferenceAndShownInFrontOfTheHost) {
 
 TEST_F(NotedReport, OfTheHistoryThatIsBrokenOffIsNeitherWrittenNorShown) {
     const ReportClass noting([this] { return makeGenerator(true); });
-    floats();
     add(0, L"text");
     reportHistory();
     EXPECT_EQ(noted_.name, L"LogHistory");
