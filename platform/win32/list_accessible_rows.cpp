@@ -47,7 +47,8 @@ std::u16string ListAccessibleRows::action() const {
 
 LONG ListAccessibleRows::state(int child) const noexcept {
     const bool hasFocus = GetFocus() == window();
-    LONG state = (IsWindowVisible(window()) ? 0 : STATE_SYSTEM_INVISIBLE) |
+    // The list itself is out of sight for the moment in which its rows change places.
+    LONG state = (IsWindowVisible(frame_->frame()) ? 0 : STATE_SYSTEM_INVISIBLE) |
                  (model_.enabled() ? STATE_SYSTEM_FOCUSABLE : STATE_SYSTEM_UNAVAILABLE);
     if (child == 0) return state | (hasFocus ? STATE_SYSTEM_FOCUSED : 0);
     if (model_.enabled()) state |= STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_MULTISELECTABLE;

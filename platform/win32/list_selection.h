@@ -22,6 +22,8 @@ public:
 
     /// Makes the window show the model's rows, selection and focus. When rows moved all are drawn anew, else what changed.
     void push(HWND list);
+    /// Rows that the window shows have other places now, or are gone: `push` will have all drawn anew.
+    bool moved() const noexcept { return moved_; }
     /// True while `push` works: what the window says meanwhile is no news.
     bool pushing() const noexcept { return pushing_; }
     /// The window's positions are not the model's: user changes cannot be told until the next push.
@@ -57,8 +59,8 @@ private:
     int shownSelected_ = 0;
     bool pushing_ = false;
     bool shifted_ = false;
-    bool moved_ = false; // some of the rows that the window shows have other places now, or are gone
-    int mark_ = -1;      // where a range that the user extends starts; valid while shifted
+    bool moved_ = false;
+    int mark_ = -1; // where a range that the user extends starts; valid while shifted
 };
 
 } // namespace cvlog::platform::win32

@@ -7,6 +7,7 @@
 #include "platform/win32/list_colours.h"
 #include "platform/win32/screen_units.h"
 #include "platform/win32/system_font.h"
+#include "platform/win32/unseen_change.h"
 
 #include <algorithm>
 
@@ -124,7 +125,7 @@ void ListViewWindow::flush() {
     const Pending work = std::exchange(pending_, Pending());
     if (work.appearance) applyAppearance();
     if (work.columns || work.appearance) columns_.push(list(), dpi_);
-    if (work.rows || work.selection) selection_.push(list());
+    showRows(work);
     if (work.columns || work.appearance) InvalidateRect(list(), nullptr, TRUE);
     if (work.firstChanged > 0)
         send(LVM_REDRAWITEMS, static_cast<WPARAM>(work.firstChanged - 1),
@@ -132,13 +133,19 @@ void ListViewWindow::flush() {
     if (work.rows) tellRowsChanged(list());
     if (work.selection) tellSelectionChanged(list());
     if (work.selection) tellFocus();
-    scroll(work.scrolledBefore);
-    scroll(work.scroll);
     if (work.repaint)
         RedrawWindow(list(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
     const bool moved = work.scrolledBefore.row != 0 || work.scroll.row != 0;
     if (work.appearance || work.columns || work.rows || work.selection || work.firstChanged > 0 || moved)
         tellViewChanged();
+}
+
+void ListViewWindow::showRows(const Pending& work) {
+    std::optional<UnseenChange> unseen;
+    if (selection_.moved()) unseen.emplace(list()); // the scrolling, too
+    if (work.rows || work.selection) selection_.push(list());
+    scroll(work.scrolledBefore);
+    scroll(work.scroll);
 }
 
 void ListViewWindow::tellViewChanged() const noexcept {

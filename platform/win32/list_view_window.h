@@ -83,6 +83,7 @@ private:
 
     void changed();
     void flush();
+    void showRows(const Pending& work);
     void tellViewChanged() const noexcept;
     /// False when the list is gone now.
     bool tellMousePressed();
