@@ -92,10 +92,15 @@ bool Expansion::take(std::span<char> line) {
 }
 
 bool Expansion::checkpoint(widgets::RowPtr row) {
+    std::optional<widgets::ListView::Batch> together(*view_); // the window shows all of it at once
     children_.addToView(std::move(row));
     view_->repaint();
-    showDialog();
+    if (!dialog_) {
+        together.reset();
+        showDialog();
+    }
     if (const int last = children_.lastPosition()) view_->scrollTo(last);
+    together.reset();
     const bool goOn = yield();
     if (goOn)
         children_.copyLast();

@@ -90,6 +90,29 @@ TEST_F(ExpandCheckpoints, GoInTheirOrder) {
                             "MessagePump.yield", "List.columnChanged", "List.scrollTo"}));
 }
 
+TEST_F(ExpandCheckpoints, BringTheWindowUpToDateOnceWhenTheStripIsThere) {
+    ExpansionWorld single{1};
+    single.writeLines(100);
+    std::size_t begin = 0;
+    single.atYield(1, [&] { begin = single.calls.journal().size(); });
+    single.calls.restart();
+    single.expand();
+    Calls order;
+    for (std::size_t i = begin; i < single.calls.journal().size(); ++i) {
+        const std::string& call = single.calls.journal()[i];
+        for (const std::string_view watched : {"List.batchBegan", "List.rowsInserted", "List.repaint",
+                                               "List.scrollTo", "List.batchEnded", "MessagePump.yield"})
+            if (call == watched) order.push_back(call);
+        if (call == "MessagePump.yield") break;
+    }
+    const Calls expected = {
+        "List.batchBegan", "List.batchEnded", // the row of the checkpoint before, for other lists
+        "List.batchBegan", "List.rowsInserted", "List.rowsInserted", "List.repaint",
+        "List.scrollTo",   "List.batchEnded",   "MessagePump.yield"};
+    EXPECT_EQ(order, expected);
+    expectNothingLeft(single);
+}
+
 TEST_F(ExpandCheckpoints, ComeEveryFiftyShownRows) {
     world.globals.options.ErrorsListFilter = {{u'W', true}};
     std::string content;
