@@ -18,10 +18,11 @@ public:
     }
     base::Area windowArea(std::int32_t) override { return window; }
     base::Twips scrollBarWidth() override { return 255; }
-    base::Twips borderWidth() override { return border; }
-    base::Twips borderHeight() override { return border; }
+    base::Twips borderWidth() override { return sideBorder; }
+    base::Twips borderHeight() override { return topBorder; }
 
-    base::Twips border = 15;
+    base::Twips sideBorder = 15;
+    base::Twips topBorder = 15;
     base::Area window = {1'200, 900, 9'000, 3'000}; // every window is here
     std::vector<base::Area> monitors = {{0, 0, 19'200, 14'400}};
 

@@ -90,7 +90,6 @@ TEST_F(FrmCancelTest, ShowsFiveFramesInTurn) {
 }
 
 TEST_F(FrmCancelTest, LaysItselfOutAsWideAsItIs) {
-    world.platform.screens.border = 15;
     const auto dialog = load();
     dialog->move({300, 600, 9'000, 300});
     EXPECT_EQ(dialog->form().clientArea(), (base::Area{0, 0, 9'000, 300}));
@@ -103,6 +102,24 @@ TEST_F(FrmCancelTest, LaysItselfOutAsWideAsItIs) {
     dialog->move({300, 600, 600, 60});
     EXPECT_EQ(dialog->form().buttons().at(kFiller).area.width, 0);
     EXPECT_EQ(dialog->form().pictureBoxes().at(0).area.width, 0);
+}
+
+TEST_F(FrmCancelTest, InsetsItsPictureByThreeBordersOfEachKindAndLeavesThreeBelow) {
+    struct {
+        base::Twips side, top;
+    } const borders[] = {{15, 15}, {30, 15}, {15, 30}, {7.5F, 22.5F}, {0, 0}};
+    for (const auto& [side, top] : borders) {
+        world.platform.screens.sideBorder = side;
+        world.platform.screens.topBorder = top;
+        const auto dialog = load();
+        dialog->move({300, 600, 9'000, 300});
+        EXPECT_EQ(dialog->form().buttons().at(kCancel).area, (base::Area{7'800, 0, 1'200, 300}));
+        EXPECT_EQ(dialog->form().buttons().at(kFiller).area, (base::Area{0, 0, 7'800, 300}));
+        EXPECT_EQ(dialog->form().pictureBoxes().at(0).area,
+                  (base::Area{7'800 + 3 * side, 3 * top, 300 - 6 * top, 300 - 6 * top}))
+            << side << ", " << top;
+        dialog->unload();
+    }
 }
 
 TEST_F(FrmCancelTest, LiesBesideNoOtherOfItsKind) {

@@ -10,6 +10,17 @@
 namespace cvlog::platform::win32 {
 namespace {
 
+constexpr UINT kDpiChanged = 0x02E0;
+
+/// The user's screens, where windows may have other borders than the system draws here.
+struct BorderedScreens : Screens {
+    base::Twips borderWidth() override { return side; }
+    base::Twips borderHeight() override { return top; }
+
+    base::Twips side = Screens::borderWidth();
+    base::Twips top = Screens::borderHeight();
+};
+
 class Win32CancelStrip : public FormWindowFixture {
 protected:
     Win32CancelStrip() : engine_(store::makeLogEngine(services_.files, objects_)) {}
@@ -46,7 +57,7 @@ protected:
             .collator = services_.collator,
             .measurer = services_.measurer,
             .pictures = services_.pictures,
-            .screens = services_.screens,
+            .screens = screens_,
             .windowMessages = services_.windowMessages,
             .fonts = rest.fonts,
             .objects = rest.objects,
@@ -58,6 +69,18 @@ protected:
         };
     }
 
+    /// The window comes to a screen of that resolution, with a place there.
+    static void moveToScreen(HWND window, int dpi, const RECT& place) {
+        SendMessageW(window, kDpiChanged, static_cast<WPARAM>(MAKELONG(dpi, dpi)),
+                     reinterpret_cast<LPARAM>(&place));
+    }
+    static RECT placeIn(HWND window, HWND child) {
+        RECT place = placeOf(child);
+        MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    }
+
+    BorderedScreens screens_;
     platform::headless::HeadlessPlatform headless_; // what the strip does not use
     platform::headless::HeadlessObjects objects_{headless_.gate};
     std::unique_ptr<store::Engine> engine_;
@@ -90,6 +113,37 @@ TEST_F(Win32CancelStrip, HasItsButtonAtTheRightEndAndThePictureOverIt) {
     EXPECT_EQ(drawn.right - drawn.left, drawn.bottom - drawn.top);
     EXPECT_EQ(cancel.bottom - cancel.top - (drawn.bottom - drawn.top), 6 * GetSystemMetrics(SM_CYBORDER));
     EXPECT_EQ(GetWindow(picture, GW_HWNDPREV), nullptr) << "nothing lies over the picture";
+}
+
+TEST_F(Win32CancelStrip, LeavesRoomForThreeBordersRoundItsPictureAtEveryResolution) {
+    struct {
+        base::Twips side, top;
+        int dpi;
+        RECT filler, cancel, picture;
+    } const cases[] = {
+        {15, 15, 96, {0, 0, 320, 20}, {320, 0, 400, 20}, {323, 3, 337, 17}},
+        {30, 15, 96, {0, 0, 320, 20}, {320, 0, 400, 20}, {326, 3, 340, 17}},
+        {15, 30, 96, {0, 0, 320, 20}, {320, 0, 400, 20}, {323, 6, 331, 14}},
+        {15, 15, 192, {0, 0, 640, 40}, {640, 0, 800, 40}, {646, 6, 674, 34}},
+        {30, 15, 192, {0, 0, 640, 40}, {640, 0, 800, 40}, {652, 6, 680, 34}},
+        {7.5F, 22.5F, 192, {0, 0, 640, 40}, {640, 0, 800, 40}, {643, 9, 665, 31}},
+    };
+    for (const auto& each : cases) {
+        screens_.side = each.side;
+        screens_.top = each.top;
+        const auto dialog = show(host_);
+        const HWND strip = windowOf(*dialog);
+        moveToScreen(strip, each.dpi, {50, 60, 50 + each.cancel.right, 60 + each.cancel.bottom});
+        const RECT parts[] = {placeIn(strip, button(*dialog, 0)), placeIn(strip, button(*dialog, 1)),
+                              placeIn(strip, childrenOf(strip, L"STATIC").at(0))};
+        const RECT* const expected[] = {&each.filler, &each.cancel, &each.picture};
+        for (std::size_t i = 0; i < 3; ++i)
+            EXPECT_TRUE(EqualRect(&parts[i], expected[i]))
+                << "part " << i << " with borders of " << each.side << " and " << each.top << " at "
+                << each.dpi << ": " << parts[i].left << ", " << parts[i].top << ", " << parts[i].right << ", "
+                << parts[i].bottom;
+        dialog->unload();
+    }
 }
 
 TEST_F(Win32CancelStrip, HasTheFocusOnCancelHoweverItCame) {
