@@ -5,7 +5,6 @@ namespace cvlog::tests {
 namespace {
 
 constexpr DISPID kSaved = 1;
-constexpr DWORD kCookie = 7;
 
 std::wstring textOf(const VARIANT& value) {
     return value.vt == VT_BSTR && value.bstrVal ? value.bstrVal : L"";
@@ -13,15 +12,16 @@ std::wstring textOf(const VARIANT& value) {
 
 } // namespace
 
-OptionsDouble::OptionsDouble() : members_(com::adopt(ScriptedDispatch::make())) {
-    members_->member(L"selectSingleNode", [this](ScriptedDispatch::Arguments& a, VARIANT* result) {
+OptionsDouble::OptionsDouble() : EventSourceDouble(com::adopt<IDispatch>(ScriptedDispatch::make())) {
+    auto* own = static_cast<ScriptedDispatch*>(members());
+    own->member(L"selectSingleNode", [this](ScriptedDispatch::Arguments& a, VARIANT* result) {
         if (IDispatch* node = nodeFor(textOf(a.at(0)))) {
             result->vt = VT_DISPATCH;
             result->pdispVal = node;
         }
         return S_OK;
     });
-    members_->member(L"Save", [this](ScriptedDispatch::Arguments&, VARIANT*) {
+    own->member(L"Save", [this](ScriptedDispatch::Arguments&, VARIANT*) {
         ++saves;
         fireSaved();
         return S_OK;
@@ -45,41 +45,6 @@ IDispatch* OptionsDouble::nodeFor(const std::wstring& query) {
     return node;
 }
 
-void OptionsDouble::fireSaved() {
-    DISPPARAMS none = {};
-    if (const ComPtr<IDispatch> keep = listener_)
-        keep->Invoke(kSaved, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, nullptr,
-                     nullptr);
-}
-
-STDMETHODIMP OptionsDouble::QueryInterface(REFIID id, void** result) {
-    *result = nullptr;
-    if (id == IID_IUnknown || id == IID_IDispatch) *result = static_cast<IDispatch*>(this);
-    if (id == IID_IConnectionPointContainer) *result = static_cast<IConnectionPointContainer*>(this);
-    return *result ? (AddRef(), S_OK) : E_NOINTERFACE;
-}
-
-STDMETHODIMP_(ULONG) OptionsDouble::Release() {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-}
-
-STDMETHODIMP OptionsDouble::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
-    *point = id == IID_IDispatch ? this : nullptr;
-    return *point ? (AddRef(), S_OK) : CONNECT_E_NOCONNECTION;
-}
-
-STDMETHODIMP OptionsDouble::Advise(IUnknown* listener, DWORD* cookie) {
-    if (listener_) return CONNECT_E_ADVISELIMIT;
-    *cookie = kCookie;
-    return listener->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(listener_.GetAddressOf()));
-}
-
-STDMETHODIMP OptionsDouble::Unadvise(DWORD cookie) {
-    if (cookie != kCookie || !listener_) return CONNECT_E_NOCONNECTION;
-    listener_.Reset();
-    return S_OK;
-}
+void OptionsDouble::fireSaved() { fire(kSaved); }
 
 } // namespace cvlog::tests
