@@ -58,13 +58,14 @@ void SelfCheck::expect(bool holds, const std::wstring& what) {
 
 std::wstring SelfCheck::report() const {
     return lines_ + std::to_wstring(checks_ - failures_) + L" of " + std::to_wstring(checks_) +
-           L" checks hold";
+           L" checks hold\n" + notes_;
 }
 
 void SelfCheck::run() {
     try {
         checkLists();
         checkErrors();
+        checkSession();
         checkToolList();
         checkControls();
         checkPlacement();

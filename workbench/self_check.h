@@ -17,7 +17,7 @@ public:
 
     void run();
     bool failed() const { return failures_ > 0; }
-    /// A line for each check that failed and one for all of them together.
+    /// A line for each check that failed, one for all of them together, and what was counted.
     std::wstring report() const;
 
 private:
@@ -50,6 +50,15 @@ private:
     void checkLinesDialog(const LogList& list);
     void checkOddLines(const LogList& list);
     void choose(WORD id);
+    // self_check_session.cpp: the entries of the session
+    struct Opened {
+        size_t entries = 0;
+        size_t lines = 0;
+        size_t hidden = 0;
+        size_t rows = 0;
+    };
+    void checkSession();
+    void checkOpening(const LogList& list, long row, Opened& opened);
     // self_check_input.cpp: what the user does
     void checkTabs();
     void checkWindowKeys();
@@ -65,6 +74,7 @@ private:
 
     Application& application_;
     std::wstring lines_;
+    std::wstring notes_; // what was counted
     int checks_ = 0;
     int failures_ = 0;
 };

@@ -15,6 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kReports = 300;
+constexpr int kLines = 150;
+constexpr int kHiddenLines = kLines / 7;
 
 class Workbench : public ::testing::Test {
 protected:
@@ -32,7 +34,10 @@ protected:
             "Command\tMethodID\tReturnCode\tObjectID\tMessage\tErrorsFileName\nSeriesStart\tverify\n";
         for (int i = 0; i < kReports; ++i)
             session += "Add\tcheck\t" + std::to_string(i % 3) + "\tO1\tmessage " + std::to_string(i) + "\t\n";
+        session += "Add\tverify\t2\tO1\tmany\tmany.errors\nAdd\tverify\t2\tO1\tfew\tfew.errors\n";
         file("session.tsv", session + "SeriesFinish\t1\n");
+        file("many.errors", manyErrors());
+        file("few.errors", "\r\none\r\n   \r\n  two\n\nthree without an end");
         file("options.xml", "<OPTIONS><BOOL ID=\"LogKeepInSession\" VALUE=\"true\"/>"
                             "<BOOL ID=\"LogDocked\" VALUE=\"true\"/><GROUP ID=\"Editor\">"
                             "<GROUP NAME=\"ErrorsList\"><BOOL NAME=\"Errors\" VALUE=\"true\"/>"
@@ -41,6 +46,15 @@ protected:
 
     void file(const char* name, const std::string& content) {
         std::ofstream(folder_ / name, std::ios::binary) << content;
+    }
+
+    /// Every seventh line is of a kind that the options hide.
+    static std::string manyErrors() {
+        std::string all;
+        for (int i = 1; i <= kLines; ++i)
+            all += "\"Source\" \"a.c\" \"" + std::to_string(i) + "\" \"1\" \"Error\" \"" +
+                   (i % 7 == 0 ? "I2" : "E1") + "\" message\r\n";
+        return all;
     }
 
     static PROCESS_INFORMATION start(const std::wstring& arguments) {
@@ -127,7 +141,7 @@ protected:
 
 TEST_F(Workbench, ShowsARowStoresARecordAndHearsAnEventForEachReport) {
     EXPECT_EQ(run(folder_), 0U);
-    EXPECT_EQ(line_.rfind("300 rows shown, 300 records stored, 300 events received, ", 0), 0U) << line_;
+    EXPECT_EQ(line_.rfind("302 rows shown, 302 records stored, 302 events received, ", 0), 0U) << line_;
     EXPECT_EQ(recordsByStockTools(), kReports);
 }
 
@@ -135,7 +149,7 @@ TEST_F(Workbench, KeepsTheRecordsOfEarlierRuns) {
     EXPECT_EQ(run(folder_), 0U);
     line_.clear();
     EXPECT_EQ(run(folder_), 0U);
-    EXPECT_EQ(line_.rfind("300 rows shown, 300 records stored, 300 events received, ", 0), 0U) << line_;
+    EXPECT_EQ(line_.rfind("302 rows shown, 302 records stored, 302 events received, ", 0), 0U) << line_;
     EXPECT_EQ(recordsByStockTools(), 2 * kReports);
 }
 
@@ -156,6 +170,11 @@ TEST_F(Workbench, HoldsWhatItAndTheLogPromise) {
     ASSERT_EQ(std::sscanf(lines.c_str(), "%d of %d checks hold", &held, &made), 2) << lines;
     EXPECT_EQ(held, made);
     EXPECT_GT(made, 150); // it has not ended half way
+    EXPECT_NE(lines.find("302 entries, 2 opened: " + std::to_string(kLines + 3) + " lines, " +
+                         std::to_string(kHiddenLines) + " hidden, " +
+                         std::to_string(kLines - kHiddenLines + 1 + 3) + " rows"),
+              std::string::npos)
+        << lines;
     const std::string written = contentOf(folder_ / "generated-5.errors");
     EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 5) << "as many lines as were asked for";
     EXPECT_FALSE(fs::exists(folder_ / "generated-8.errors")) << "it went with the change of its object";
