@@ -1,16 +1,8 @@
 // Entries opened into the messages of real files, with the real strip over a real list and real keys.
 
-#include "details/expand_entry.h"
 #include "details/expansion.h"
-#include "details/frm_cancel.h"
 #include "tests/support/fake_window.h"
-#include "tests/windows/com_test.h"
-#include "tests/windows/from_the_loop.h"
-#include "tests/windows/log_window_fixture.h"
-
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
+#include "tests/windows/expansion_fixture.h"
 
 namespace cvlog::platform::win32 {
 namespace {
@@ -53,39 +45,8 @@ private:
     HWND window_;
 };
 
-struct HostsSink : automation::EventSink {
-    void onEvent(std::int32_t id, std::span<automation::Value>) override { ids.push_back(id); }
-    std::vector<std::int32_t> ids;
-};
-
-class Win32Expansion : public LogWindowTest {
+class Win32Expansion : public ExpansionFixture {
 protected:
-    Win32Expansion() : path_(folder_.path() + L"\\given.errors") {}
-    void SetUp() override {
-        LogWindowTest::SetUp();
-        log_->events().advise(sink_);
-    }
-    void TearDown() override {
-        EXPECT_FALSE(globals_.ExpansionBusy);
-        EXPECT_EQ(globals_.frmCancel, nullptr);
-        EXPECT_TRUE(DeleteFileW(path_.c_str())) << "the file is released";
-        LogWindowTest::TearDown();
-    }
-
-    void writeLines(int count) {
-        std::ofstream file{std::filesystem::path(path_)};
-        for (int line = 1; line <= count; ++line) file << "line " << line << "\n";
-    }
-    void addOpenable() {
-        const std::u16string path(path_.begin(), path_.end());
-        addEntry(path.c_str());
-    }
-    widgets::ListView& list() { return control_->lvLog(); }
-    void expand() { details::ExpandEntry(globals_, globals_.LogViews.first(), 1); }
-    HWND strip() const {
-        return globals_.frmCancel ? static_cast<FormWindow*>(globals_.frmCancel->form().peer())->window()
-                                  : nullptr;
-    }
     /// The log's window is the host's, which takes no input while an entry is opened.
     void freezeParent() {
         globals_.placement.Parent = host_.workspace;
@@ -96,17 +57,8 @@ protected:
         tools->add(u"", window_.tool);
         host_.workspace->set(u"ActiveToolList", tools);
     }
-    int countOf(std::int32_t event) const {
-        return static_cast<int>(std::count(sink_->ids.begin(), sink_->ids.end(), event));
-    }
 
-    static constexpr std::int32_t kGotFocus = 2;
-    static constexpr int kLong = 5'000;
-
-    tests::ProjectFolder folder_;
-    std::wstring path_;
     tests::FakeWindow window_{calls_};
-    std::shared_ptr<HostsSink> sink_ = std::make_shared<HostsSink>();
 };
 
 TEST_F(Win32Expansion, ShowsEveryLineAndTheStripOverTheList) {
