@@ -119,10 +119,16 @@ TEST_F(HistoryFileFaults, RecordsOfAReadOnlyDatabaseAreShownAndStay) {
         EXPECT_NE(tests::failureCode([&] { ClearLogHistory(globals_, window); }), 0);
         EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3");
         EXPECT_NE(tests::failureCode([&] { removeRows(window, {1, 2}); }), 0);
-        EXPECT_EQ(rowNames(*window.lvHistory()), "1 S 3");
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 S 3") << "the last of them goes, its record stays";
+        EXPECT_TRUE(window.lvHistory()->isSelected(1)) << "the one above is untouched";
+        EXPECT_EQ(window.form().caption(), u"Activity Log History");
+        executeAsHost(u"pragma query_only = off");
+        DeleteHistoryRecords(globals_, window);
+        EXPECT_EQ(rowNames(*window.lvHistory()), "S 3");
     });
+    EXPECT_EQ(shown(), "2 S 3") << "the record that stayed is there again";
     closeLog();
-    EXPECT_EQ(stored(), "1:a\n2:b\n3:c");
+    EXPECT_EQ(stored(), "2:b\n3:c");
 }
 
 TEST_F(HistoryFileFaults, AFullDiskKeepsTheRecordsAndAllGoesOnWhenThereIsRoom) {
@@ -141,6 +147,67 @@ TEST_F(HistoryFileFaults, AFullDiskKeepsTheRecordsAndAllGoesOnWhenThereIsRoom) {
     EXPECT_EQ(shown(), "1 S 3");
     closeLog();
     EXPECT_EQ(stored(), "1:a\n3:c");
+}
+
+TEST_F(HistoryFileFaults, ADiskThatFillsUpStopsADeletionAtOneRecordAndTheNextGoesOn) {
+    FailingDisk disk;
+    makeTwoSessions();
+    addEntry(u"d");
+    addEntry(u"e");
+    bool isFull = false;
+    disk.watch([&](DiskAction, int) { return isFull; });
+    inHistory([&](FrmLogHistory& window) {
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3 4 5");
+        int removed = 0;
+        platform_.gate.watcher = [&](std::string_view name) {
+            if (name == "List.rowsRemoved") isFull = ++removed == 2;
+        };
+        EXPECT_NE(tests::failureCode([&] { removeRows(window, {1, 2, 4, 6}); }), 0);
+        platform_.gate.watcher = nullptr;
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 4") << "5 and 3 are gone, 3 from the list alone";
+        EXPECT_TRUE(window.lvHistory()->isSelected(1) && window.lvHistory()->isSelected(2));
+        EXPECT_EQ(window.lvHistory()->selectedCount(), 2);
+        EXPECT_EQ(window.form().caption(), u"Activity Log History");
+        EXPECT_EQ(testing::askCommandLine(native(), "select RecordNum from LogInfo order by RecordNum"),
+                  "1\n2\n3\n4");
+        isFull = false;
+        DeleteHistoryRecords(globals_, window);
+        EXPECT_EQ(rowNames(*window.lvHistory()), "S 4");
+        EXPECT_EQ(globals_.store.LastRecordNum, 2);
+    });
+    EXPECT_EQ(shown(), "S 3 4");
+    disk.watch(nullptr);
+    closeLog();
+    EXPECT_EQ(stored(), "3:c\n4:d");
+}
+
+TEST_F(HistoryFileFaults, ClearingThatFailsAtAnyWriteTakesAllRecordsOrNone) {
+    for (const bool forGood : {false, true})
+        for (int failing = 1;; ++failing) {
+            SCOPED_TRACE(failing);
+            removeCompanions();
+            std::filesystem::remove(native());
+            FailingDisk disk;
+            makeTwoSessions();
+            bool failed = false;
+            inHistory([&](FrmLogHistory& window) {
+                disk.watch([&](DiskAction, int number) {
+                    failed = failed || number == failing;
+                    return number == failing || (forGood && number > failing);
+                });
+                const bool done = base::ignoring([&] { ClearLogHistory(globals_, window); });
+                disk.watch(nullptr);
+                EXPECT_EQ(rowNames(*window.lvHistory()), done ? "S" : "1 2 S 3");
+                EXPECT_EQ(shownNumbers(), done ? "" : "1 2 3");
+                EXPECT_EQ(window.form().pointer(), widgets::Pointer::Default);
+                ClearLogHistory(globals_, window);
+                EXPECT_EQ(rowNames(*window.lvHistory()), "S");
+            });
+            closeLog();
+            EXPECT_EQ(stored(), "");
+            if (!failed) break;
+            ASSERT_LT(failing, 200);
+        }
 }
 
 TEST_F(HistoryFileFaults, ADeletionThatFailsAtAnyWriteTakesARecordWhollyOrNotAtAll) {

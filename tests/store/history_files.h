@@ -14,6 +14,42 @@ namespace cvlog::store::testing {
 /// A log over a real file whose history can be opened.
 class HistoryFiles : public StoredLog {
 protected:
+    /// Whatever a test has done, the history shows what the command-line program prints, up to a record that cannot be
+    /// read.
+    void TearDown() override {
+        const std::string printed =
+            exists(native())
+                ? askCommandLine(native(), "select RecordNum || ':' || hex(LogMessage) from LogInfo "
+                                           "where RecordNum > 0 order by RecordNum")
+                : "failed: no file";
+        if (!printed.starts_with("failed: ") && openLog()) {
+            inHistory([&](FrmLogHistory& window) {
+                const std::string shown = numbersAndTexts(*window.lvHistory());
+                if (window.progress().LastLoaded != 0)
+                    EXPECT_EQ(shown, printed);
+                else
+                    EXPECT_TRUE(printed.starts_with(shown)) << shown;
+            });
+            closeLog();
+        }
+        StoredLog::TearDown();
+    }
+
+    /// The rows of records, one a line, their texts in hexadecimal digits.
+    static std::string numbersAndTexts(const widgets::ListView& list) {
+        constexpr char kDigits[] = "0123456789ABCDEF";
+        std::string lines;
+        for (int row = 1; row <= list.rowCount(); ++row) {
+            if (list.rowKey(row).empty()) continue;
+            lines += (lines.empty() ? "" : "\n") + base::toUtf8(list.rowKey(row).substr(1)) + ":";
+            for (const char unit : base::toUtf8(list.row(row).text())) {
+                const auto byte = static_cast<unsigned char>(unit);
+                (lines += kDigits[byte >> 4]) += kDigits[byte & 15];
+            }
+        }
+        return lines;
+    }
+
     /// Opens the history and runs what the user does there. Answers the failure's code, 0 when it opens.
     std::int32_t inHistory(const std::function<void(FrmLogHistory&)>& user) {
         platform_.peers.forms.whileModal = [&](platform::headless::HeadlessFormPeer&) {

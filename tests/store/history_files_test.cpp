@@ -101,13 +101,64 @@ TEST_F(HistoryFiles, AFileThatIsDeletedMeanwhileDoesNoHarm) {
     makeTwoSessions();
     inHistory([&](FrmLogHistory& window) {
         for (const char* end : {"", "-wal", "-shm"}) std::filesystem::remove(native() + end);
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3");
         base::ignoring([&] { removeRows(window, {1}); });
-        base::ignoring([&] { ClearLogHistory(globals_, window); });
+        EXPECT_EQ(rowNames(*window.lvHistory()), "2 S 3");
+        const bool cleared = base::ignoring([&] { ClearLogHistory(globals_, window); });
+        EXPECT_EQ(rowNames(*window.lvHistory()), cleared ? "S" : "2 S 3");
+        EXPECT_EQ(window.form().caption(), u"Activity Log History");
+        EXPECT_EQ(window.form().pointer(), widgets::Pointer::Default);
     });
+    EXPECT_FALSE(testing::exists(native())) << "no new file has come";
     inHistory([](FrmLogHistory&) {});
     closeLog();
     EXPECT_FALSE(openLog());
+    EXPECT_EQ(inHistory([](FrmLogHistory&) { ADD_FAILURE() << "shown"; }), automation::code::kObjectRequired);
     closeLog();
+}
+
+// Records of the same numbers there are others.
+TEST_F(HistoryFiles, AFileThatComesInThePlaceOfTheirsIsNotTouched) {
+    makeTwoSessions();
+    inHistory([&](FrmLogHistory& window) {
+        for (const char* end : {"", "-wal", "-shm"}) std::filesystem::remove(native() + end);
+        make(kModernTable);
+        make("insert into LogInfo (LogMessage, ReturnMessage) values ('RC 7. x', 7), ('RC 7. y', 7), "
+             "('RC 7. z', 7)");
+        base::ignoring([&] { removeRows(window, {1, 2}); });
+        base::ignoring([&] { ClearLogHistory(globals_, window); });
+        EXPECT_EQ(stored(), "1:x\n2:y\n3:z");
+    });
+    base::ignoring([&] { closeLog(); });
+    EXPECT_EQ(stored(), "1:x\n2:y\n3:z");
+    ASSERT_TRUE(openLog());
+    EXPECT_EQ(shown(), "1 2 3 S");
+    closeLog();
+}
+
+// Another program writes and deletes while the history is open.
+TEST_F(HistoryFiles, WhatAnotherProgramDidShowsWhenTheHistoryIsOpenedAgain) {
+    makeTwoSessions();
+    inHistory([&](FrmLogHistory& window) {
+        EXPECT_EQ(testing::askCommandLine(
+                      native(),
+                      "delete from LogInfo where RecordNum in (1, 3); update LogInfo set LogMessage = "
+                      "'RC 7. changed' where RecordNum = 2; insert into LogInfo (LogMessage, "
+                      "ReturnMessage) values ('RC 7. d', 0), ('RC 7. e', 1)"),
+                  "");
+        EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3");
+        EXPECT_TRUE(window.lvHistory()->row(2).text().ends_with(u"b")) << "as it was when it was opened";
+        removeRows(window, {4});
+    });
+    inHistory([&](FrmLogHistory& window) {
+        EXPECT_EQ(rowNames(*window.lvHistory()), "2 S 4 5");
+        EXPECT_EQ(window.lvHistory()->row(1).text(), u"RC 7. changed");
+        EXPECT_EQ(window.lvHistory()->row(4).smallIcon(), u"Suspect");
+    });
+    addEntry(u"f");
+    EXPECT_EQ(shown(), "2 S 4 5 6") << "no number comes twice";
+    closeLog();
+    EXPECT_EQ(stored(), "2:changed\n4:d\n5:e\n6:f");
 }
 
 TEST_F(HistoryFiles, ValuesOfOtherTypesEndTheLoadWhereTheyStand) {
@@ -161,9 +212,10 @@ TEST_F(HistoryFiles, ALogWhoseNumbersAreUsedUpIsStillShown) {
 TEST_F(HistoryFiles, NumbersOfAForeignFileMayBeNegativeOrDouble) {
     make("create table LogInfo (RecordNum integer, MethodName text, ObjectName text, ObjectType text, "
          "LogMessage text, ReturnMessage integer, Errors Text(254))");
-    make("insert into LogInfo (RecordNum, LogMessage, ReturnMessage) values (-5, 'RC 7 x', 7), (2, 'RC 7 y', "
+    make("insert into LogInfo (RecordNum, LogMessage, ReturnMessage) values (-5, 'RC 7. x', 7), (2, 'RC 7. "
+         "y', "
          "7), "
-         "(2, 'RC 7 z', 7)");
+         "(2, 'RC 7. z', 7)");
     ASSERT_TRUE(openLog());
     EXPECT_EQ(shown(), "2 2 S");
     inHistory([&](FrmLogHistory& window) {
