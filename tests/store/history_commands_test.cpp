@@ -303,12 +303,15 @@ protected:
 TEST_F(ShowErrorsOfHistory, ClosesTheWindowRunsWhatWaitsAndTellsTheHost) {
     inHistory([&](FrmLogHistory& window) {
         select(window, {2});
+        world.host.repository->before(u"FindObject",
+                                      [&] { order.emplace_back(window.isLoaded() ? "asked" : "too late"); });
         world.platform.pump.atYield = [&](int) {
             order.emplace_back(window.isLoaded() ? "too early" : "messages");
         };
         ShowHistoryErrors(world.globals, window);
+        world.host.repository->before(u"FindObject", nullptr);
     });
-    EXPECT_EQ(order, (std::vector<std::string>{"messages", "event P1 0"}));
+    EXPECT_EQ(order, (std::vector<std::string>{"asked", "messages", "event P1 0"}));
 }
 
 TEST_F(ShowErrorsOfHistory, TellsTheLogThatOpenedTheDatabaseAndNoOther) {

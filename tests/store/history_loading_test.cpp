@@ -147,18 +147,13 @@ struct CodeCase {
 
 TEST(HistoryLoading, ReadsReturnCodesAsNumbersHoweverTheyAreStored) {
     const CodeCase cases[] = {
-        {u"1", u"Suspect"},
-        {u" 1 ", u"Suspect"},
-        {0.5, u"Good"},
-        {1.5, u"Bad"},
-        {u"-4", u"Cancel"},
-        {true, u"Failure"},
-        {std::int64_t{16}, u"Cancel"},
-        {Null{}, nullptr},
-        {u"", nullptr},
-        {u"abc", nullptr},
-        {u"99999999999", nullptr},
-        {std::int64_t{1} << 40, nullptr},
+        {u"1", u"Suspect"},        {u" 1 ", u"Suspect"},     {u"1.5", u"Bad"},
+        {u"2.5", u"Bad"},          {u"-0.5", u"Good"},       {u"2147483647", u"Bad"},
+        {u"-2147483648", u"Bad"},  {0.5, u"Good"},           {1.5, u"Bad"},
+        {u"-4", u"Cancel"},        {true, u"Failure"},       {std::int64_t{16}, u"Cancel"},
+        {Null{}, nullptr},         {u"", nullptr},           {u"abc", nullptr},
+        {u"99999999999", nullptr}, {u"2147483648", nullptr}, {u"&H10", nullptr},
+        {u"1,5", nullptr},         {u"1 2", nullptr},        {std::int64_t{1} << 40, nullptr},
     };
     for (const CodeCase& each : cases) {
         HistoryList history;

@@ -31,6 +31,17 @@ TEST_F(HistoryMenuCommands, ReportIsMadeOfTheHistoryUnderItsName) {
     EXPECT_EQ(names, std::vector<std::u16string>{u"LogHistory"});
 }
 
+TEST_F(HistoryMenuCommands, ReportWithoutAGeneratorEndsWithoutAWord) {
+    world.platform.objects.classes.clear();
+    inHistory([&](FrmLogHistory& window) {
+        choose(window, u"mnuHistorySave");
+        EXPECT_EQ(world.calls.countOf("Objects.create"), 1);
+        EXPECT_EQ(window.form().pointer(), widgets::Pointer::Default);
+        EXPECT_TRUE(window.isLoaded());
+        EXPECT_EQ(testing::rowNames(*window.lvHistory()), "1 2 3 S 4 5");
+    });
+}
+
 TEST_F(HistoryMenuCommands, ShowErrorsClosesTheWindowAndTellsTheHost) {
     letErrorsBeShown();
     const auto sink = std::make_shared<tests::RecordingSink>();

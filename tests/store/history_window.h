@@ -34,6 +34,7 @@ protected:
         EXPECT_EQ(world.platform.peers.menus.faults, std::vector<std::string>());
         EXPECT_FALSE(world.platform.messageFilters.isInstalled());
         EXPECT_EQ(cursor, 0);
+        EXPECT_TRUE(world.platform.messages.shown.empty()) << "nothing is asked";
     }
 
     /// Opens the history, has the user act in it, and closes it unless the user has.

@@ -112,10 +112,13 @@ TEST_F(FrmLogHistoryTest, GoesWhenTheHostClosesTheDatabase) {
         };
         world.close();
         world.calls.insideCall = nullptr;
+        world.calls.restart();
         EXPECT_EQ(window.lvHistory()->smallIcons(), nullptr);
         EXPECT_FALSE(window.isLoaded());
         EXPECT_EQ(press(window, 46), 46) << "keys that are still under way do no harm";
         EXPECT_EQ(press(window, 121, 1), 0);
+        EXPECT_EQ(world.calls.journalOf({"Database.", "Recordset."}), std::vector<std::string>{})
+            << "a closed database is not used";
     });
     EXPECT_EQ(steps, std::vector<std::string>{"unbound"});
     EXPECT_NE(stored(u"Left"), u"none") << "its place was stored before the workspace went";
@@ -316,6 +319,25 @@ TEST_F(FrmLogHistoryTest, ShowsErrorsOnlyWhenTheHostCanShowThem) {
         world.host.repository->heal(u"FindObject");
         world.host.names[4] = u"C:\\Proj";
     }
+}
+
+TEST_F(FrmLogHistoryTest, ShowsErrorsByTheHostsOwnWindowWhateverTheToolsAre) {
+    letErrorsBeShown();
+    const auto window = std::make_shared<tests::ScriptObject>("Window", world.calls);
+    const auto tool = std::make_shared<tests::ScriptObject>("Tool", world.calls);
+    tool->set(u"CalvettaWindow", window);
+    const auto tools = std::make_shared<tests::ScriptCollection>("Tools", world.calls);
+    tools->add(u"", tool);
+    world.host.workspace->set(u"ActiveToolList", tools);
+    inHistory([&](FrmLogHistory& history) {
+        select(history, {1});
+        for (const bool hosts : {true, false}) {
+            main->set(u"IsMDIForm", hosts);
+            window->set(u"IsMDIForm", !hosts);
+            PrepareHistoryMenu(world.globals, history.mnuPopUpHistory(), *history.lvHistory());
+            EXPECT_EQ(stateOf(history.mnuPopUpHistory()).starts_with("V-"), hosts);
+        }
+    });
 }
 
 TEST_F(FrmLogHistoryTest, ShowsNoErrorsOfARowWithoutAFileName) {
