@@ -1,7 +1,6 @@
 #include "platform/win32/list_selection.h"
 
 #include "base/failure.h"
-#include "platform/win32/unseen_change.h"
 
 #include <algorithm>
 
@@ -31,6 +30,23 @@ int itemTop(HWND list, int index) noexcept {
     SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&area));
     return area.top;
 }
+
+/// Keeps a window from drawing while it lives, then has it drawn anew.
+class DrawingPause {
+public:
+    explicit DrawingPause(HWND window) noexcept : window_(window) {
+        SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
+    }
+    ~DrawingPause() {
+        SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
+        InvalidateRect(window_, nullptr, TRUE);
+    }
+    DrawingPause(const DrawingPause&) = delete;
+    DrawingPause& operator=(const DrawingPause&) = delete;
+
+private:
+    HWND window_;
+};
 
 } // namespace
 
@@ -66,8 +82,8 @@ void ListSelection::push(HWND list) {
     const base::ScopeExit done([this] { pushing_ = false; });
     const int count = model_.rowCount();
     const bool resized = static_cast<std::size_t>(count) != shown_.size();
-    std::optional<UnseenChange> unseen;
-    if (moved_) unseen.emplace(list); // rows that come at the end are drawn alone
+    std::optional<DrawingPause> pause;
+    if (moved_) pause.emplace(list); // rows that come at the end are drawn alone
     if (resized) {
         dropVanished(list, count);
         SendMessageW(list, LVM_SETITEMCOUNT, static_cast<WPARAM>(count),
@@ -75,7 +91,7 @@ void ListSelection::push(HWND list) {
         shown_.resize(static_cast<std::size_t>(count));
     }
     const Plan plan = planSelection();
-    if (!unseen && (plan.all || plan.rows.size() > kDrawnOneByOne)) unseen.emplace(list);
+    if (!pause && (plan.all || plan.rows.size() > kDrawnOneByOne)) pause.emplace(list);
     carryOut(list, plan);
     pushFocus(list);
     if (shifted_) pushMark(list);
