@@ -7,7 +7,8 @@
 #include <commctrl.h>
 
 #include <atomic>
-#include <barrier>
+#include <condition_variable>
+#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -69,20 +70,43 @@ private:
     int failures_ = 0;
 };
 
+/// Where threads wait for each other. The library's own barrier has left threads waiting for ever here.
+class Meeting {
+public:
+    explicit Meeting(int threads) : threads_(threads) {}
+    void arriveAndWait() {
+        std::unique_lock lock(mutex_);
+        const int round = round_;
+        if (++arrived_ == threads_) {
+            arrived_ = 0;
+            ++round_;
+            all_.notify_all();
+        }
+        all_.wait(lock, [&] { return round_ != round; });
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable all_;
+    int threads_;
+    int arrived_ = 0;
+    int round_ = 0;
+};
+
 class Apartments : public ComTest {};
 
 void runThreads(const LoadedLibrary& library, int threads, int rounds) {
     std::vector<std::unique_ptr<ThreadAtWork>> workers;
     for (int i = 0; i < threads; ++i)
         workers.push_back(std::make_unique<ThreadAtWork>(library, 3 + i)); // no two have as many rows
-    std::barrier together(threads);
+    Meeting together(threads);
     std::vector<std::thread> running;
     for (const auto& worker : workers)
         running.emplace_back([&together, rounds, &worker = *worker] {
             const HRESULT entered = OleInitialize(nullptr);
             for (int i = 0; i < rounds; ++i) {
-                together
-                    .arrive_and_wait(); // the first object of an apartment comes as the others' last ones go
+                // the first object of an apartment comes as the others' last ones go
+                together.arriveAndWait();
                 if (SUCCEEDED(entered)) worker.round();
             }
             OleUninitialize();
