@@ -69,7 +69,8 @@ std::string faultOfErrorsFile(std::string_view input) {
     const std::uint64_t size = sizeAtOpening(content, seed);
     details::ErrorsFile file(std::make_unique<FileInPieces>(content, size, seed));
     std::size_t number = 0;
-    for (const std::string_view expected : linesOf(content.substr(0, size))) {
+    const auto read = static_cast<std::size_t>(std::min<std::uint64_t>(size, content.size()));
+    for (const std::string_view expected : linesOf(content.substr(0, read))) {
         const std::string which = "line " + std::to_string(++number);
         std::span<char> line;
         if (!file.nextLine(line)) return which + " is missing";
