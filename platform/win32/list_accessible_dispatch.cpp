@@ -9,7 +9,8 @@ namespace {
 /// The interface's description, with a reference of the caller's own; fails where the system has none.
 HRESULT describeAccessible(ITypeInfo** info) noexcept {
     ITypeLib* library = nullptr;
-    if (const HRESULT loaded = LoadTypeLibEx(L"oleacc.dll", REGKIND_NONE, &library); FAILED(loaded)) return loaded;
+    if (const HRESULT loaded = LoadTypeLibEx(L"oleacc.dll", REGKIND_NONE, &library); FAILED(loaded))
+        return loaded;
     const HRESULT done = library->GetTypeInfoOfGuid(__uuidof(IAccessible), info);
     library->Release();
     return done;
