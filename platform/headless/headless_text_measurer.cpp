@@ -28,7 +28,7 @@ float partOfHeight(char16_t unit) noexcept {
 HeadlessTextMeasurer::Metrics::Metrics(const base::Font& measured) : font(measured) {
     const float height = font.points * kTwipsPerPoint * (font.weight >= kBoldWeight ? 1.1F : 1.0F);
     const auto twips = [height](char16_t unit) {
-        return static_cast<std::int32_t>(std::lround(height * partOfHeight(unit)));
+        return std::int64_t{std::lround(height * partOfHeight(unit))};
     };
     for (std::size_t i = 0; i < ascii.size(); ++i) ascii[i] = twips(static_cast<char16_t>(i));
     other = twips(kFirstFull - 1);
@@ -40,25 +40,22 @@ std::int64_t HeadlessTextMeasurer::Metrics::advance(char16_t unit) const noexcep
     return unit >= kFirstFull ? full : other;
 }
 
-// Four characters at a time. Whether all were ASCII shows in the end.
+// Whether four characters are ASCII is asked at once.
 std::optional<std::int64_t> HeadlessTextMeasurer::Metrics::asciiSum(std::u16string_view text) const noexcept {
-    constexpr std::uint64_t kMask = 0x7F;
     constexpr std::uint64_t kBeyond = 0xFF80FF80FF80FF80;
     std::int64_t sum = 0;
-    std::uint64_t all = 0;
     std::size_t i = 0;
     for (; i + 4 <= text.size(); i += 4) {
         std::uint64_t four = 0;
         std::memcpy(&four, text.data() + i, sizeof four);
-        all |= four;
-        sum += ascii[four & kMask] + ascii[four >> 16 & kMask] + ascii[four >> 32 & kMask] +
-               ascii[four >> 48 & kMask];
+        if ((four & kBeyond) != 0) return std::nullopt;
+        for (std::size_t next = i; next < i + 4; ++next) sum += ascii[text[next]];
     }
     for (; i < text.size(); ++i) {
-        all |= text[i];
-        sum += ascii[text[i] & kMask];
+        if (text[i] >= ascii.size()) return std::nullopt;
+        sum += ascii[text[i]];
     }
-    return (all & kBeyond) == 0 ? std::optional(sum) : std::nullopt;
+    return sum;
 }
 
 std::uint32_t HeadlessTextMeasurer::fontNumber(const base::Font& font) {

@@ -28,9 +28,9 @@ private:
         std::optional<std::int64_t> asciiSum(std::u16string_view text) const noexcept;
 
         base::Font font;
-        std::array<std::int32_t, 0x80> ascii{};
-        std::int32_t other = 0;
-        std::int32_t full = 0;
+        std::array<std::int64_t, 0x80> ascii{};
+        std::int64_t other = 0;
+        std::int64_t full = 0;
     };
 
     std::vector<Metrics> fonts_;
