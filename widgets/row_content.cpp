@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <new>
+#include <stdexcept>
 
 namespace cvlog::widgets {
 
@@ -36,21 +37,18 @@ private:
     std::size_t length_ = 0;
 };
 
-void* RowContent::memoryFor(std::size_t keys, std::size_t numbers, std::size_t characters) {
+std::size_t RowContent::sizeOf(std::size_t keys, std::size_t numbers, std::size_t characters) noexcept {
     static_assert(alignof(RowKeys) <= alignof(RowContent) && alignof(std::uint32_t) <= alignof(RowKeys) &&
-                  sizeof(float) == sizeof(std::uint32_t));
-    return ::operator new(sizeof(RowContent) + keys * sizeof(RowKeys) + numbers * sizeof(std::uint32_t) +
-                          characters * sizeof(char16_t));
+                  sizeof(float) == sizeof(std::uint32_t) && alignof(RowContent) <= RowMemory::kStep);
+    return sizeof(RowContent) + keys * sizeof(RowKeys) + numbers * sizeof(std::uint32_t) +
+           characters * sizeof(char16_t);
 }
 
 RowContent* RowContent::allocate(RowKeys keys, std::size_t characters) {
-    const std::size_t numbers = kRowFields + kCellFields * keys->size() + 1 + keys->size();
-    return new (memoryFor(1, numbers, characters)) RowContent(std::move(keys));
-}
-
-RowContent* RowContent::allocateLike(const RowPtr& model, std::uint32_t own, std::size_t characters) {
-    const std::size_t numbers = countOf(own) + countOf(own & kShown);
-    return new (memoryFor(0, numbers, characters)) RowContent(model, own);
+    const std::size_t texts = kRowFields + kCellFields * keys->size();
+    if (texts > kMostTexts) throw std::length_error("a row has too many cells");
+    const RowMemory::Part part = RowMemory::takeAlone(sizeOf(1, texts + 1 + keys->size(), characters));
+    return new (part.begin) RowContent(std::move(keys));
 }
 
 std::u16string_view RowContent::field(std::size_t index) const noexcept {
@@ -133,8 +131,9 @@ void RowContent::forgetText(int column) const noexcept {
 }
 
 void RowPtr::destroy(const RowContent* content) noexcept {
+    const RowMemory::Part part = {const_cast<RowContent*>(content), content->distance_};
     content->~RowContent();
-    ::operator delete(const_cast<RowContent*>(content));
+    RowMemory::giveBack(part);
 }
 
 RowPtr makeRow(const Row& row, RowKeys keys) {
@@ -167,7 +166,7 @@ RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string
     return made;
 }
 
-RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts) {
+RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts, RowMemory* memory) {
     const bool isLikeAnother = static_cast<bool>(model->model_); // and has not too many fields
     if (!isLikeAnother && model->fieldCount() > RowContent::kMostFieldsWithModel) {
         RowPtr made = model;
@@ -176,12 +175,16 @@ RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts) {
         return made;
     }
     std::uint32_t own = 0;
+    std::size_t numbers = texts.size();
     std::size_t length = 0;
     for (const OwnText& each : texts) {
         own |= 1U << each.field;
+        numbers += RowContent::isShown(each.field) ? 1 : 0;
         length += each.size();
     }
-    RowContent* const content = RowContent::allocateLike(model, own, length);
+    const std::size_t size = RowContent::sizeOf(0, numbers, length);
+    const RowMemory::Part part = memory ? memory->take(size) : RowMemory::takeAlone(size);
+    auto* const content = new (part.begin) RowContent(model, own, texts.size(), part.distance);
     RowPtr made(content);
     RowContent::Writer writer(*content);
     for (const OwnText& each : texts) writer.append(each);

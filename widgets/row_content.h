@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/twips.h"
+#include "widgets/row_memory.h"
 #include "widgets/sort_key.h"
 
 #include <bit>
@@ -81,6 +82,8 @@ inline constexpr std::size_t kCellFields = 4;
 struct OwnText {
     constexpr OwnText(RowField part, std::u16string_view own) noexcept
         : field(static_cast<std::size_t>(part)), text(own) {}
+    constexpr OwnText(RowField part, std::string_view own) noexcept
+        : field(static_cast<std::size_t>(part)), ascii(own) {}
     constexpr OwnText(int cell, CellField part, std::u16string_view own) noexcept
         : field(fieldOf(cell, part)), text(own) {}
     constexpr OwnText(int cell, CellField part, std::string_view own) noexcept
@@ -151,22 +154,24 @@ public:
     void visitOwnColumns(std::uint32_t fontNumber, ColumnSet covered, Visit&& visit) const {
         forgetOtherFont(fontNumber);
         const std::uint32_t* const end = ends();
+        float* const width = widths();
         const char16_t* const text = characters();
-        float* width = widths();
-        std::size_t place = 0;
-        const auto visitField = [&](std::size_t field) {
+        const auto visitText = [&](int column, std::size_t place, std::size_t widthPlace) {
             const std::uint32_t begin = place == 0 ? 0 : end[place - 1];
-            if (!covered.has(field))
-                visit(columnOf(field), std::u16string_view(text + begin, end[place] - begin), *width);
-            ++width;
+            visit(column, std::u16string_view(text + begin, end[place] - begin), width[widthPlace]);
         };
-        if (!model_) {
-            for (int column = 1; place < endCount_; place = textOf(++column)) visitField(place);
-            return;
+        if (model_) {
+            std::uint32_t fields = own_ & kShown & ~covered.fields_;
+            for (; fields != 0; fields &= fields - 1) {
+                const auto field = static_cast<std::size_t>(std::countr_zero(fields));
+                const std::uint32_t below = ownBelow(field);
+                visitText(columnOf(field), countOf(below), countOf(below & kShown));
+            }
+        } else {
+            int column = 1;
+            for (std::size_t field = 0; field < endCount_; field = textOf(++column))
+                if (!covered.has(field)) visitText(column, field, static_cast<std::size_t>(column - 1));
         }
-        for (std::uint32_t fields = own_; fields != 0; fields &= fields - 1, ++place)
-            if (const auto field = static_cast<std::size_t>(std::countr_zero(fields)); isShown(field))
-                visitField(field);
     }
     /// The columns whose text may differ from the model's, of which there is one.
     ColumnSet ownColumns() const noexcept { return ColumnSet(own_ & kShown); }
@@ -205,24 +210,24 @@ private:
     friend class RowPtr;
     friend RowPtr makeRow(const Row& row, RowKeys keys);
     friend RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string_view smallIcon);
-    friend RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts);
+    friend RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts, RowMemory* memory);
     class Writer;
 
     explicit RowContent(RowKeys keys) noexcept
-        : endCount_(static_cast<std::uint32_t>(kRowFields + kCellFields * keys->size())) {
+        : endCount_((kRowFields + kCellFields * keys->size()) & kMostTexts), distance_(0) {
         new (ownKeys()) RowKeys(std::move(keys));
     }
-    RowContent(const RowPtr& model, std::uint32_t own) noexcept
-        : own_(own), endCount_(static_cast<std::uint32_t>(countOf(own))), model_(model) {}
+    RowContent(const RowPtr& model, std::uint32_t own, std::size_t endCount, std::uint32_t distance) noexcept
+        : own_(own), endCount_(endCount & kMostTexts), distance_(distance & (RowMemory::kMostSteps)),
+          model_(model) {}
     ~RowContent() {
         if (!model_) std::destroy_at(ownKeys());
     }
 
-    /// A content with room for so many characters; its texts are still to be written.
+    /// A content with room for so many characters; its texts are still to be written. Throws std::length_error when there
+    /// are more cells than any row has.
     static RowContent* allocate(RowKeys keys, std::size_t characters);
-    /// The same with a model, for the texts of the fields in `own`, a bit each.
-    static RowContent* allocateLike(const RowPtr& model, std::uint32_t own, std::size_t characters);
-    static void* memoryFor(std::size_t keys, std::size_t numbers, std::size_t characters);
+    static std::size_t sizeOf(std::size_t keys, std::size_t numbers, std::size_t characters) noexcept;
     RowPtr withField(std::size_t field, std::u16string_view text) const;
     void forgetText(int column) const noexcept;
     void forgetOtherFont(std::uint32_t fontNumber) const noexcept {
@@ -240,6 +245,7 @@ private:
         return shownField == 0 ? 1 : static_cast<int>((shownField - kRowFields) / kCellFields) + 2;
     }
     static constexpr std::size_t kMostFieldsWithModel = 32; // as many as `own_` has bits
+    static constexpr std::uint32_t kMostTexts = ~std::uint32_t{0} >> RowMemory::kDistanceBits;
     /// The fields that columns show, a bit each.
     static constexpr std::uint32_t kShown = 0x8888'8889;
     static constexpr bool isShown(std::size_t field) noexcept { return ((kShown >> field) & 1U) != 0; }
@@ -278,7 +284,8 @@ private:
     mutable std::uint32_t widthsFont_ = 0; // none yet
     mutable SortKeyPtr sortKey_;           // near the front: a search in a sorted list reads nothing else
     std::uint32_t own_ = 0;                // with a model: the fields that are not as there
-    std::uint32_t endCount_;               // how many texts are its own
+    std::uint32_t endCount_ : 32 - RowMemory::kDistanceBits; // how many texts are its own
+    std::uint32_t distance_ : RowMemory::kDistanceBits;      // where it lies in its piece of memory
     RowPtr model_;
 };
 
@@ -296,7 +303,8 @@ inline RowPtr makeRow(const Row& row) { return makeRow(row, nullptr); }
 /// A row without cells.
 RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string_view smallIcon);
 
-/// The content of a row that is like another one but for these texts, which come in the order of their places.
-RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts);
+/// The content of a row that is like another one but for these texts, which come in the order of their places. Rows that
+/// are made one after another, and go together, are cheaper side by side in a memory.
+RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts, RowMemory* memory = nullptr);
 
 } // namespace cvlog::widgets
