@@ -9,6 +9,7 @@
 #include "widgets/image_list.h"
 #include "widgets/list_describer.h"
 #include "widgets/list_view_peer.h"
+#include "widgets/met_models.h"
 #include "widgets/row_content.h"
 #include "widgets/row_keys.h"
 
@@ -192,6 +193,7 @@ private:
     int sortedPlace(const RowContent& content) const;
     void shareKey(const RowContent& content, const RowContent& other) const noexcept;
     void growWidest(std::span<const Entry> entries);
+    void growWidestBy(const RowContent& part, ColumnSet covered);
     void shrinkWidest(const RowContent& content) noexcept;
     base::Twips contentWidth(const RowContent& content, int column) const;
     void moveColumn(int index, int position) noexcept;
@@ -219,6 +221,7 @@ private:
     int batchDepth_ = 0;
     std::vector<Column> columns_;
     mutable std::vector<Widest> widest_;
+    mutable MetModels metModels_; // what these show is in all widths of `widest_` that are known
     bool sorted_ = false;
     int sortKey_ = 0;
     SortOrder sortOrder_ = SortOrder::Ascending;

@@ -5,35 +5,10 @@
 #include "base/text.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 #include <stdexcept>
 #include <utility>
 
 namespace cvlog::widgets {
-
-namespace {
-
-/// Notes models of rows, and which of their columns the rows cover with texts of their own. Now and then it forgets one.
-class MetModels {
-public:
-    bool meetsAgain(const RowContent* model, ColumnSet covered) noexcept {
-        const auto address = reinterpret_cast<std::uintptr_t>(model);
-        Met& met = met_[(address >> 4 ^ address >> 9) % met_.size()];
-        const bool again = met.model == model && met.covered == covered;
-        met = {model, covered};
-        return again;
-    }
-
-private:
-    struct Met {
-        const RowContent* model = nullptr;
-        ColumnSet covered;
-    };
-    std::array<Met, 32> met_;
-};
-
-} // namespace
 
 void ListView::setColumns(std::vector<Column> columns) {
     columns_ = std::move(columns);
@@ -113,6 +88,7 @@ base::Twips ListView::widestCell(int column) const {
         for (int position = 1; position <= rowCount(); ++position)
             widest.width = std::max(widest.width, cellWidth(position, column));
         widest.known = true;
+        metModels_.forget(); // of a row that has gone nothing is known in this column
     }
     return widest.width;
 }
@@ -122,25 +98,24 @@ std::optional<base::Twips> ListView::rememberedWidestCell(int column) const noex
     return widest.known ? std::optional(widest.width) : std::nullopt;
 }
 
-void ListView::growWidest(std::span<const Entry> entries) {
-    const auto grow = [this](int column, std::u16string_view text, float& width) {
-        if (column > columnCount()) return;
-        Widest& widest = widest_[static_cast<std::size_t>(column - 1)];
+void ListView::growWidestBy(const RowContent& part, ColumnSet covered) {
+    part.visitOwnColumns(fontNumber_, covered, [this](int column, std::u16string_view text, float& width) {
+        const auto index = static_cast<std::size_t>(column - 1);
+        if (index >= widest_.size()) return;
+        Widest& widest = widest_[index];
         if (!widest.known) return;
         if (width < 0) width = textWidth(text);
         widest.width = std::max(widest.width, width);
-    };
-    // Of rows that are like a model which was met already only the texts of their own can be wider.
-    MetModels met;
-    for (const Entry& entry : entries) {
-        ColumnSet covered;
-        const RowContent* part = entry.content.get();
-        do {
-            part->visitOwnColumns(fontNumber_, covered, grow);
-            covered = covered | part->ownColumns();
-            part = part->model();
-        } while (part && !met.meetsAgain(part, covered));
-    }
+    });
+    const RowContent* const model = part.model();
+    const ColumnSet coveredThere = covered | part.ownColumns();
+    if (!model || metModels_.has(model, coveredThere)) return;
+    growWidestBy(*model, coveredThere);
+    metModels_.note(model, coveredThere); // at last, as what measures may fail
+}
+
+void ListView::growWidest(std::span<const Entry> entries) {
+    for (const Entry& entry : entries) growWidestBy(*entry.content, {});
 }
 
 void ListView::shrinkWidest(const RowContent& content) noexcept {

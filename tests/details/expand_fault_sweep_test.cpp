@@ -90,7 +90,7 @@ TEST(ExpandFaultSweep, AListThatCannotMeasureKeepsNoRowFromAnotherOne) {
         for (int row = 1; row <= ExpansionWorld::kEntries; ++row) tiring->insertCopy(row, world.list(), row);
         world.globals.LogViews.add(tiring);
         world.addControl(); // one more behind it
-        world.writeLines(120);
+        world.writeLines(300);
         measurer.failsAt = measurer.calls + failing;
         bool thrown = false;
         try {

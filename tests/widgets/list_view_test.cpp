@@ -100,6 +100,40 @@ TEST_F(ListViewTest, KnowsTheWidestCellWhereRowsCoverDifferentTextsOfOneModel) {
     EXPECT_EQ(list.rememberedWidestCell(1), list.textWidth(u"x")) << "the model's own is covered";
 }
 
+TEST_F(ListViewTest, MeasuresAModelAnewOnceTheRowsThatWereLikeItHaveGone) {
+    const RowPtr model = makeRow({u"", {}, {}, {{u"B", u"a cell of the model", {}, {}, {}}}});
+    const base::Twips wide = list.textWidth(u"a cell of the model");
+    list.setColumns({{u"A", u"A", 100, 0, u""}, {u"B", u"B", 100, 0, u""}});
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_EQ(list.widestCell(2), 0) << round;
+        list.append(makeRowLike(model, {}));
+        EXPECT_EQ(list.rememberedWidestCell(2), wide) << round;
+        if (round == 1)
+            list.clear();
+        else
+            list.remove(1);
+    }
+}
+
+TEST_F(ListViewTest, MeasuresAModelAgainWhoseMeasuringFailed) {
+    class Measurer : public platform::headless::HeadlessTextMeasurer {
+    public:
+        base::Twips width(std::uint32_t font, std::u16string_view text) override {
+            if (fails && text == u"cell") throw std::runtime_error("no measure");
+            return HeadlessTextMeasurer::width(font, text);
+        }
+        bool fails = true;
+    } failing;
+    ListView other(collator, failing);
+    other.setColumns({{u"A", u"A", 100, 0, u""}, {u"B", u"B", 100, 0, u""}});
+    other.widestCell(2);
+    const RowPtr model = makeRow({u"", {}, {}, {{u"B", u"cell", {}, {}, {}}}});
+    EXPECT_THROW(other.append(makeRowLike(model, {})), std::runtime_error);
+    failing.fails = false;
+    other.append(makeRowLike(model, {}));
+    EXPECT_EQ(other.rememberedWidestCell(2), other.textWidth(u"cell"));
+}
+
 TEST_F(ListViewTest, RemovesAndClears) {
     fill({u"a", u"b", u"c"});
     list.remove(2);
