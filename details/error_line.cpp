@@ -3,6 +3,7 @@
 #include "details/byte_words.h"
 
 #include <array>
+#include <cstring>
 #include <optional>
 
 namespace cvlog::details {
@@ -13,10 +14,6 @@ constexpr std::size_t kFields = 6;
 
 std::string_view viewOf(std::span<char> text) noexcept { return {text.data(), text.size()}; }
 
-constexpr std::uint64_t unusualBytes(std::uint64_t word) noexcept {
-    return ControlBytes(word) | BytesBeyondAscii(word);
-}
-
 struct Message {
     std::string_view text;
     bool isAscii = true;
@@ -24,7 +21,7 @@ struct Message {
 
 Message cleaned(std::span<char> text) noexcept {
     bool isAscii = true;
-    if (AnyByte(viewOf(text), unusualBytes)) {
+    if (AnyUnusual(viewOf(text))) {
         isAscii = !AnyByte(viewOf(text), BytesBeyondAscii);
         for (char& byte : text)
             if (static_cast<unsigned char>(byte) < ' ') byte = ' ';
@@ -42,21 +39,48 @@ struct Field {
 };
 using Fields = std::array<Field, kFields>;
 
-/// Where the next quote is, eight bytes at a time; the end of the line when there is none.
-std::size_t quoteFrom(std::string_view line, std::size_t at) noexcept {
-    for (; at < line.size(); at += kBytesOfWord)
-        if (const std::uint64_t quote = FirstByteEqual(WordAt(line, at), '"'))
-            return at + static_cast<std::size_t>(std::countr_zero(quote)) / 8;
-    return line.size();
-}
+/// The quotes of a line, one after another.
+class Quotes {
+public:
+    explicit Quotes(std::string_view line) noexcept : line_(line), places_(placesFrom(line, 0)) {}
+
+    /// kNone when there is none any more.
+    std::size_t next() noexcept {
+        while (places_ == 0) {
+            begin_ += kBytesOfBlock;
+            if (begin_ >= line_.size()) return kNone;
+            places_ = placesFrom(line_, begin_);
+        }
+        const auto place = static_cast<std::size_t>(std::countr_zero(places_));
+        places_ &= places_ - 1;
+        return begin_ + place;
+    }
+
+    static constexpr std::size_t kNone = std::string_view::npos - 1;
+
+private:
+    // Not in line, so that reading fields has registers enough.
+    [[gnu::noinline]] static std::uint64_t placesFrom(std::string_view line, std::size_t begin) noexcept {
+        const std::string_view text = line.substr(begin);
+        if (text.size() >= kBytesOfBlock) return PlacesInBlock(text.data(), '"');
+        char block[kBytesOfBlock] = {};
+        std::memcpy(block, text.data(), text.size());
+        return PlacesInBlock(block, '"');
+    }
+
+    std::string_view line_;
+    std::size_t begin_ = 0; // of the block that is looked at
+    std::uint64_t places_;  // of the quotes in it that are still to come, a bit each
+};
 
 /// As lines mostly are: each field between two quotes, one separator between them. Answers where the fields end, or 0
 /// when they are not like that.
 std::size_t readUsualFields(std::string_view line, Fields& fields) noexcept {
+    Quotes quotes(line);
     std::size_t begin = 0;
     for (Field& field : fields) {
-        if (begin == line.size() || line[begin] != '"') return 0;
-        const std::size_t close = quoteFrom(line, begin + 1);
+        if (quotes.next() != begin) return 0;
+        const std::size_t close = quotes.next();
         if (close + 1 >= line.size() || !isSeparator(line[close + 1])) return 0;
         field = {line.data() + begin + 1, close - begin - 1};
         begin = close + 2;

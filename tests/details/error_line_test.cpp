@@ -104,6 +104,23 @@ TEST(ErrorLine, LiesInTheMemoryOfTheLine) {
     }
 }
 
+TEST(ErrorLine, IsTakenApartHoweverLongItsFieldsAndItselfAre) {
+    const auto quoted = [](const std::string& text) { return '"' + text + "\" "; };
+    for (std::size_t size = 0; size <= 140; ++size) {
+        const std::string text(size, 'x');
+        const std::string head =
+            quoted("PROG") + quoted(text) + quoted("12") + quoted("3") + quoted("Error") + quoted("E" + text);
+        EXPECT_EQ(parse(head + "message"), (Parsed{"PROG", text, "Error", "E" + text, "message"})) << size;
+        EXPECT_EQ(parse(head + quoted("message") + text),
+                  (Parsed{"PROG", text, "Error", "E" + text, size == 0 ? "message\"" : "message\" " + text}))
+            << size;
+        EXPECT_EQ(parse(quoted(text)), (Parsed{text, "", "", "", ""})) << size;
+        EXPECT_EQ(parse('"' + text), (Parsed{text, "", "", "", ""})) << size << ", a quote is never closed";
+        const std::string split = quoted(text + "\"\"y") + "b c d e f m"; // a quote within a field
+        EXPECT_EQ(parse(split), (Parsed{text + "y", "b", "e", "f", "m"})) << size;
+    }
+}
+
 TEST(ErrorLine, OfAMillionQuotesIsTakenApartAtOnce) {
     // Quadratic time would not come to an end here.
     const Parsed quotes = parse(std::string(1'000'000, '"'));
