@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 
+#include <bitset>
 #include <cstddef>
 #include <initializer_list>
 #include <utility>
@@ -20,11 +21,15 @@ public:
 
     /// Nothing happens when the kind is already there.
     void add(char16_t kind, bool hidden) {
-        if (!find(kind)) items_.emplace_back(base::foldCase(kind), hidden);
+        if (find(kind)) return;
+        const char16_t folded = items_.emplace_back(base::foldCase(kind), hidden).first;
+        for (char16_t unit = 0; unit < hiddenAscii_.size(); ++unit)
+            if (base::foldCase(unit) == folded) hiddenAscii_.set(unit, hidden);
     }
 
     /// False for a kind that is not there.
     bool hides(char16_t kind) const noexcept {
+        if (kind < hiddenAscii_.size()) return hiddenAscii_[kind];
         const auto* item = find(kind);
         return item && item->second;
     }
@@ -50,6 +55,7 @@ private:
     }
 
     std::vector<std::pair<char16_t, bool>> items_;
+    std::bitset<0x80> hiddenAscii_; // of either case; nearly all kinds are among these
 };
 
 } // namespace cvlog::core

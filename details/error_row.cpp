@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <iterator>
-#include <limits>
 
 namespace cvlog::details {
 
@@ -12,34 +11,52 @@ using widgets::CellField;
 
 constexpr int kHiddenRecords = 512;
 
+// A code shows its kind at either end, or next to its last character.
+template <class Text>
+bool hides(const core::ErrorsListFilter& filter, const Text& code) noexcept {
+    const std::size_t size = code.size();
+    const auto kindAt = [&code](std::size_t at) { return static_cast<char16_t>(code[at]); };
+    if (size == 0) return false;
+    return filter.hides(kindAt(0)) || filter.hides(kindAt(size - 1)) ||
+           (size > 1 && filter.hides(kindAt(size - 2)));
+}
+
 } // namespace
+
+std::string_view RowNumber::digitsOf(int number) noexcept {
+    if (number_ <= 0 || number != number_ + 1 || !stepUp())
+        count_ = static_cast<std::size_t>(std::to_chars(digits_, std::end(digits_), number).ptr - digits_);
+    number_ = number;
+    return {digits_, count_};
+}
+
+// False when that needs another digit, or there is no number yet.
+bool RowNumber::stepUp() noexcept {
+    for (std::size_t at = count_; at > 0; --at) {
+        char& digit = digits_[at - 1];
+        if (digit < '9') return ++digit, true;
+        digit = '0';
+    }
+    return false;
+}
 
 ErrorRows::ErrorRows(core::Globals& globals, const ExpandedEntry& entry)
     : globals_(globals), host_(globals), models_(host_, entry) {}
 
-bool ErrorRows::isHidden(std::string_view code) {
-    if (code.empty()) return false;
-    const core::ErrorsListFilter& filter = globals_.options.ErrorsListFilter;
-    const auto hides = [&filter](const auto& text) {
-        const auto kind = [&](std::size_t fromEnd) {
-            return static_cast<char16_t>(text[text.size() - fromEnd]);
-        };
-        return filter.hides(kind(text.size())) || filter.hides(kind(1)) ||
-               (text.size() > 1 && filter.hides(kind(2)));
-    };
-    if (IsAscii(code)) return hides(code);
+bool ErrorRows::isHiddenBeyondAscii(std::string_view code) {
     DecodeBytes(globals_, code, code_);
-    return hides(code_);
+    return hides(globals_.options.ErrorsListFilter, std::u16string_view(code_));
 }
 
 widgets::RowPtr ErrorRows::FillErrorRow(std::span<char> line, int n) {
     const ErrorLine parts = ParseErrorLine(line);
-    if (isHidden(parts.code)) return {};
+    const bool isHidden = IsAscii(parts.code) ? hides(globals_.options.ErrorsListFilter, parts.code)
+                                              : isHiddenBeyondAscii(parts.code);
+    if (isHidden) return {};
     const widgets::RowPtr& model = models_.of(parts);
-    char digits[std::numeric_limits<int>::digits10 + 1];
-    const std::string_view number(digits, std::to_chars(digits, std::end(digits), n).ptr - digits);
-    const widgets::OwnText own[] = {ownText(ChildCell::Num, CellField::Tag, number), messageOf(parts)};
-    return widgets::makeRowLike(model, own);
+    const widgets::OwnText own[] = {ownText(ChildCell::Num, CellField::Tag, number_.digitsOf(n)),
+                                    messageOf(parts)};
+    return widgets::makeRowLike(model, own, &memory_);
 }
 
 widgets::OwnText ErrorRows::messageOf(const ErrorLine& line) {

@@ -5,11 +5,26 @@
 #include "details/host_answers.h"
 #include "details/row_models.h"
 
+#include <limits>
 #include <span>
 #include <string>
 #include <string_view>
 
 namespace cvlog::details {
+
+/// The number of a row in decimal digits. Rows mostly come one after another, each with the next number.
+class RowNumber {
+public:
+    /// Good until the next call.
+    std::string_view digitsOf(int number) noexcept;
+
+private:
+    bool stepUp() noexcept;
+
+    int number_ = -1;
+    std::size_t count_ = 0;
+    char digits_[std::numeric_limits<int>::digits10 + 2]; // and the sign
+};
 
 /// Makes the child rows of one expansion. What the host says about a type, an object or a code is asked once until
 /// `forget`, as the host's code may change it whenever it runs.
@@ -29,12 +44,14 @@ public:
     void forget() noexcept { models_.forget(); }
 
 private:
-    bool isHidden(std::string_view code);
+    bool isHiddenBeyondAscii(std::string_view code);
     widgets::OwnText messageOf(const ErrorLine& line);
 
     core::Globals& globals_;
     HostAnswers host_;
     RowModels models_;
+    widgets::RowMemory memory_;
+    RowNumber number_;
     std::u16string code_;
     std::u16string message_;
 };

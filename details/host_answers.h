@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/globals.h"
+#include "details/byte_words.h"
 
 #include <cstdint>
 #include <functional>
@@ -42,6 +43,12 @@ struct BytesHash {
 template <class T>
 using ByBytes = std::unordered_map<std::string, T, BytesHash, std::equal_to<>>;
 
+/// A name as the file has it, and the host's text of it once that was needed.
+struct HostName {
+    std::string bytes;
+    std::u16string text;
+};
+
 /// Asks the host about what the lines of an errors file name, once a round. A question may run any code of the host.
 /// Look-ups that fail find nothing.
 class HostAnswers {
@@ -53,22 +60,31 @@ public:
     std::uint32_t round() const noexcept { return round_; }
 
     // Each of these asks when that was not done in this round.
-    void refresh(Answer<EntityTypeAnswer>& type, std::string_view name) const;
-    void refresh(Answer<ObjectAnswer>& object, std::string_view type, std::string_view name) const;
+    void refresh(Answer<EntityTypeAnswer>& type, HostName& name) const {
+        if (type.askedIn != round_) ask(type, name);
+    }
+    void refresh(Answer<ObjectAnswer>& object, HostName& type, HostName& name) const {
+        if (object.askedIn != round_) ask(object, type, name);
+    }
     /// Throws when the host has no text for the code.
-    void refresh(Answer<std::u16string>& text, std::string_view code) const;
+    void refresh(Answer<std::u16string>& text, HostName& code) const {
+        if (text.askedIn != round_) ask(text, code);
+    }
 
 private:
-    template <class T, class Ask>
-    void askOnce(Answer<T>& answer, Ask&& ask) const;
-    std::u16string decoded(std::string_view bytes) const;
+    void ask(Answer<EntityTypeAnswer>& type, HostName& name) const;
+    void ask(Answer<ObjectAnswer>& object, HostName& type, HostName& name) const;
+    void ask(Answer<std::u16string>& text, HostName& code) const;
+    template <class T>
+    void keep(Answer<T>& answer, T&& now) const;
+    const std::u16string& textOf(HostName& name) const;
 
     core::Globals& globals_;
     std::uint32_t round_ = 1;
 };
 
 /// Whether bytes are the same text in every code page.
-bool IsAscii(std::string_view bytes) noexcept;
+inline bool IsAscii(std::string_view bytes) noexcept { return !AnyByte(bytes, BytesBeyondAscii); }
 /// Decodes bytes of the system's code page; `text` keeps its memory.
 void DecodeBytes(core::Globals& globals, std::string_view bytes, std::u16string& text);
 

@@ -1,6 +1,7 @@
 #include "details/row_models.h"
 
 #include "core/log_row_kind.h"
+#include "details/byte_words.h"
 
 #include <algorithm>
 
@@ -13,18 +14,13 @@ using widgets::CellField;
 // More is seldom met again: a file whose lines have little in common gains nothing from remembering.
 constexpr std::size_t kMostRemembered = 4096;
 constexpr std::size_t kMostModelsOfObject = 32;
+// Brings a word to one of the slots, wherever in it words differ.
+constexpr std::uint64_t kScatter = 0x9E37'79B9'7F4A'7C15;
+constexpr int kSlotShift = 64 - 6;
 
-// Of small letters. The bit that makes a letter small makes no other byte one.
+// Of four to seven small letters. The bit that makes a letter small makes no other byte one.
 bool isWord(std::string_view text, std::string_view letters) noexcept {
-    if (text.size() != letters.size()) return false;
-    int different = 0;
-    for (std::size_t i = 0; i < letters.size(); ++i) different |= (text[i] | 0x20) ^ letters[i];
-    return different == 0;
-}
-
-// Codes mostly differ in their last characters.
-bool isSameCode(std::string_view left, std::string_view right) noexcept {
-    return left.size() == right.size() && (left.empty() || (left.back() == right.back() && left == right));
+    return text.size() == letters.size() && (ShortWord(text) | (kEachByte * 0x20)) == ShortWord(letters);
 }
 
 template <class T>
@@ -52,47 +48,70 @@ RowModels::RowModels(HostAnswers& host, const ExpandedEntry& entry) : host_(host
     common_ = widgets::makeRowLike(EmptyChildRow(), texts);
 }
 
-const widgets::RowPtr& RowModels::of(const ErrorLine& line) {
-    Group& group = groupOf(line);
-    Model& model = modelIn(group, line);
-    update(group, model);
-    return model.row;
-}
-
 RowModels::Severity RowModels::severityOf(std::string_view word) noexcept {
     if (isWord(word, "warning")) return Severity::Warning;
     return isWord(word, "error") ? Severity::Error : Severity::Other;
 }
 
+bool RowModels::Group::isOf(const ErrorLine& line) const noexcept {
+    return EqualBytes(objectName.bytes, line.objectName) && EqualBytes(typeName.bytes, line.typeName);
+}
+
+bool RowModels::Model::isOf(Severity word, std::string_view bytes, std::uint64_t begin) const noexcept {
+    return codeBegin == begin && codeSize == bytes.size() && severity == word &&
+           (bytes.size() <= kBytesOfWord || code->code.bytes == bytes);
+}
+
+const widgets::RowPtr& RowModels::of(const ErrorLine& line) {
+    if (!last_ || !last_->isOf(line)) last_ = &groupOf(line);
+    Group& group = *last_;
+    const Severity severity = severityOf(line.severity);
+    const std::uint64_t begin = FirstWord(line.code);
+    std::uint8_t& slot = group.slots[static_cast<std::size_t>(begin * kScatter >> kSlotShift)];
+    Model* model = slot < group.models.size() ? &group.models[slot] : nullptr;
+    if (!model || !model->isOf(severity, line.code, begin))
+        model = &modelIn(group, severity, line.code, slot);
+    if (model->askedIn != host_.round()) update(group, *model);
+    return model->row;
+}
+
+RowModels::Model& RowModels::modelIn(Group& group, Severity severity, std::string_view code,
+                                     std::uint8_t& slot) {
+    const std::uint64_t begin = FirstWord(code);
+    const auto known = std::ranges::find_if(
+        group.models, [&](const Model& model) { return model.isOf(severity, code, begin); });
+    Model& model = known == group.models.end() ? addModel(group, severity, code) : *known;
+    slot = static_cast<std::uint8_t>(&model - group.models.data());
+    return model;
+}
+
 RowModels::Group& RowModels::groupOf(const ErrorLine& line) {
-    if (last_ && last_->objectName == line.objectName && last_->typeName == line.typeName) return *last_;
     key_.assign(line.typeName).append(1, '\n').append(line.objectName);
     Group& group = entryOf(groups_, key_);
     if (!group.type) {
-        group.typeName = line.typeName;
-        group.objectName = line.objectName;
+        group.typeName.bytes = line.typeName;
+        group.objectName.bytes = line.objectName;
         group.type = &entryOf(types_, line.typeName);
     }
-    last_ = &group;
     return group;
 }
 
-RowModels::Model& RowModels::modelIn(Group& group, const ErrorLine& line) {
-    const Severity severity = severityOf(line.severity);
-    for (Model& model : group.models)
-        if (model.severity == severity && isSameCode(model.code->code, line.code)) return model;
-    CodeText& code = entryOf(codes_, line.code);
-    code.code = line.code;
-    const Model made{severity, &code, {}, 0, 0, 0, 0};
-    if (group.models.size() < kMostModelsOfObject) return group.models.emplace_back(made);
-    return group.models[group.oldest++ % kMostModelsOfObject] = made;
+RowModels::Model& RowModels::addModel(Group& group, Severity severity, std::string_view bytes) {
+    CodeText& code = entryOf(codes_, bytes);
+    code.code.bytes = bytes;
+    Model made;
+    made.severity = severity;
+    made.codeSize = bytes.size();
+    made.codeBegin = FirstWord(bytes);
+    made.code = &code;
+    if (group.models.size() < kMostModelsOfObject) return group.models.emplace_back(std::move(made));
+    return group.models[group.oldest++ % kMostModelsOfObject] = std::move(made);
 }
 
 // Asks the host what was not asked yet. The row is still good when the answers are the same.
 void RowModels::update(Group& group, Model& model) {
-    if (model.askedIn == host_.round()) return;
-    if (!group.typeName.empty()) host_.refresh(*group.type, group.typeName);
-    if (!group.objectName.empty()) host_.refresh(group.object, group.typeName, group.objectName);
+    if (!group.typeName.bytes.empty()) host_.refresh(*group.type, group.typeName);
+    if (!group.objectName.bytes.empty()) host_.refresh(group.object, group.typeName, group.objectName);
     host_.refresh(model.code->text, model.code->code);
     const bool isGood = model.row && model.typeVersion == group.type->version &&
                         model.objectVersion == group.object.version &&
@@ -112,7 +131,7 @@ widgets::RowPtr RowModels::makeRow(const Group& group, const Model& model) const
         if (!text.empty()) texts.push_back(ownText(cell, part, text));
     };
     // The type's icon marks the object; where that is not found, the type.
-    const bool hasIcon = !group.objectName.empty() && type.found;
+    const bool hasIcon = !group.objectName.bytes.empty() && type.found;
     const std::u16string_view icon = hasIcon ? std::u16string_view(type.icon) : std::u16string_view();
     put(ChildCell::Type, CellField::Text, type.displayName);
     put(ChildCell::Type, CellField::Tag, type.icon);

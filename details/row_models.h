@@ -3,6 +3,7 @@
 #include "details/error_line.h"
 #include "details/host_answers.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -48,33 +49,40 @@ public:
     void forget() noexcept;
 
 private:
+    static constexpr std::size_t kModelSlots = 64;
     enum class Severity { Other, Warning, Error };
     struct CodeText {
-        std::string code;
+        HostName code;
         Answer<std::u16string> text;
     };
     struct Model {
-        Severity severity;
-        CodeText* code;
+        bool isOf(Severity word, std::string_view bytes, std::uint64_t begin) const noexcept;
+        Severity severity = Severity::Other;
+        std::uint32_t askedIn = 0; // the round in which the row was found to be good
+        std::size_t codeSize = 0;  // this one and the next tell most codes apart
+        std::uint64_t codeBegin = 0;
+        CodeText* code = nullptr;
         widgets::RowPtr row;
-        std::uint32_t askedIn;     // the round in which the row was found to be good
-        std::uint32_t typeVersion; // of the answers that the row was made of
-        std::uint32_t objectVersion;
-        std::uint32_t textVersion;
+        std::uint32_t typeVersion = 0; // of the answers that the row was made of
+        std::uint32_t objectVersion = 0;
+        std::uint32_t textVersion = 0;
     };
     /// The models of one object.
     struct Group {
-        std::string typeName;
-        std::string objectName;
+        bool isOf(const ErrorLine& line) const noexcept;
+        HostName typeName;
+        HostName objectName;
         Answer<EntityTypeAnswer>* type = nullptr;
         Answer<ObjectAnswer> object;
         std::vector<Model> models;
-        std::size_t oldest = 0; // the model that gives way to the next one
+        std::array<std::uint8_t, kModelSlots> slots{}; // where the model of a code is likely to be
+        std::size_t oldest = 0;                        // the model that gives way to the next one
     };
 
     static Severity severityOf(std::string_view word) noexcept;
     Group& groupOf(const ErrorLine& line);
-    Model& modelIn(Group& group, const ErrorLine& line);
+    Model& modelIn(Group& group, Severity severity, std::string_view code, std::uint8_t& slot);
+    Model& addModel(Group& group, Severity severity, std::string_view code);
     void update(Group& group, Model& model);
     widgets::RowPtr makeRow(const Group& group, const Model& model) const;
 

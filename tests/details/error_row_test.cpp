@@ -170,6 +170,29 @@ TEST_F(ErrorRow, IsRightHoweverManyCodesAndObjectsThereAre) {
     }
 }
 
+TEST_F(ErrorRow, HasTheTextOfItsOwnCodeAndSeverityHoweverAlikeCodesAre) {
+    const auto expected = [](const std::string& code, const char* icon) {
+        return "Type=Program{PROG}|Name=Payroll program{P1}[PROG]|Result=RC " + code + icon +
+               "|Message=m{C:\\Proj\\given.errors}";
+    };
+    for (int round = 0; round < 3; ++round)
+        for (const std::string code :
+             {"1", "11", "111", "E100", "E1001", "E10011", "E100110", "E1001101", "E10011010", "E10011011",
+              "a long code of the kind that no tool has 1", "a long code of the kind that no tool has 2"}) {
+            EXPECT_EQ(cells(errorLine("PROG", "PAYROLL", "Error", code, "m")), expected(code, "[Bad]"));
+            EXPECT_EQ(cells(errorLine("PROG", "PAYROLL", "warning", code, "m")), expected(code, "[Suspect]"));
+            EXPECT_EQ(cells(errorLine("PROG", "PAYROLL", "Note", code, "m")), expected(code, ""));
+        }
+}
+
+TEST_F(ErrorRow, HasTheNumberThatItIsGiven) {
+    for (const int number :
+         {1, 2, 9, 10, 11, 99, 100, 1, 2, 7, 8, 1999, 2000, 999'999, 1'000'000, 1'000'001}) {
+        const std::string text = fill(errorLine("PROG", "PAYROLL", "Error", "E1", "m"), number);
+        EXPECT_NE(text.find("Num={" + std::to_string(number) + "}"), std::string::npos) << text;
+    }
+}
+
 TEST_F(ErrorRow, OfTextBeyondAsciiIsDecodedInEveryPart) {
     world.host.addObject(u"U1", u"\u00C4RGER", u"\u00C4rger", u"PROG", u"");
     EXPECT_EQ(cells(errorLine("PROG", "\u00C4RGER", "Error", "\u00C9", "na\u00EFf")),
