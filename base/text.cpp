@@ -85,14 +85,9 @@ std::size_t asciiInFront(const char* bytes, std::size_t count) noexcept {
     return plain;
 }
 
-// Through copies, so that the compiler sees source and target apart.
 template <std::size_t Size>
-void widenBlock(const char* from, char16_t* to) noexcept {
-    unsigned char bytes[Size];
-    char16_t units[Size];
-    std::memcpy(bytes, from, Size);
-    for (std::size_t i = 0; i < Size; ++i) units[i] = bytes[i];
-    std::memcpy(to, units, sizeof units);
+void widenBlock(const char* __restrict from, char16_t* __restrict to) noexcept {
+    for (std::size_t i = 0; i < Size; ++i) to[i] = static_cast<unsigned char>(from[i]);
 }
 
 // The last block may take again some of what the one before it took.
@@ -100,12 +95,6 @@ template <std::size_t Size>
 void widenBlocks(const char* from, std::size_t count, char16_t* to) noexcept {
     for (std::size_t i = 0; i + Size <= count; i += Size) widenBlock<Size>(from + i, to + i);
     widenBlock<Size>(from + count - Size, to + count - Size);
-}
-
-void widen(const char* from, std::size_t count, char16_t* to) noexcept {
-    if (count >= 16) return widenBlocks<16>(from, count, to);
-    if (count >= 8) return widenBlocks<8>(from, count, to);
-    for (std::size_t i = 0; i < count; ++i) to[i] = static_cast<unsigned char>(from[i]);
 }
 
 // Takes one character, or a byte that is part of none.
@@ -129,9 +118,8 @@ char16_t* widenUtf8(std::string_view text, char16_t* to) noexcept {
     const char* const end = from + text.size();
     for (;;) {
         const std::size_t plain = asciiInFront(from, static_cast<std::size_t>(end - from));
-        widen(from, plain, to);
+        to = widenAscii({from, plain}, to);
         from += plain;
-        to += plain;
         if (from == end) return to;
         const char32_t point = takePoint(from, end);
         if (point < 0x10000) {
@@ -218,9 +206,29 @@ std::u16string fromUtf8(std::string_view text) {
     return out;
 }
 
+bool isAscii(std::string_view bytes) noexcept {
+    constexpr std::size_t kStep = sizeof(std::uint64_t);
+    std::uint64_t all = 0;
+    std::uint64_t some = 0;
+    std::size_t at = 0;
+    for (; at + kStep <= bytes.size(); at += kStep) {
+        std::memcpy(&some, bytes.data() + at, kStep);
+        all |= some;
+    }
+    for (; at < bytes.size(); ++at) all |= static_cast<unsigned char>(bytes[at]);
+    return (all & 0x8080808080808080) == 0;
+}
+
 char16_t* widenAscii(std::string_view bytes, char16_t* to) noexcept {
-    widen(bytes.data(), bytes.size(), to);
-    return to + bytes.size();
+    const char* const from = bytes.data();
+    const std::size_t count = bytes.size();
+    if (count >= 16)
+        widenBlocks<16>(from, count, to);
+    else if (count >= 8)
+        widenBlocks<8>(from, count, to);
+    else
+        for (std::size_t i = 0; i < count; ++i) to[i] = static_cast<unsigned char>(from[i]);
+    return to + count;
 }
 
 void fromUtf8(std::string_view text, std::u16string& out, std::size_t begin) {

@@ -33,6 +33,8 @@ std::string toUtf8(std::u16string_view text);
 /// The same into `out`, whose memory is used again.
 void toUtf8(std::u16string_view text, std::string& out);
 
+bool isAscii(std::string_view bytes) noexcept;
+
 /// ASCII bytes as UTF-16, into memory for as many code units. Answers where they end.
 char16_t* widenAscii(std::string_view bytes, char16_t* to) noexcept;
 

@@ -2,6 +2,8 @@
 
 #include "base/text.h"
 
+#include <algorithm>
+
 namespace cvlog::core {
 
 namespace {
@@ -64,6 +66,12 @@ std::u16string CleanMessage(std::u16string_view text) {
 std::u16string_view CleanMessageInPlace(std::u16string& text) noexcept {
     for (char16_t& unit : text) unit = unit < u' ' ? u' ' : unit;
     return base::trimBlanks(text);
+}
+
+std::string_view CleanMessageInPlace(std::string& ascii) noexcept {
+    for (char& byte : ascii) byte = byte < ' ' ? ' ' : byte;
+    const std::size_t begin = std::min(ascii.find_first_not_of(' '), ascii.size());
+    return std::string_view(ascii).substr(begin, ascii.find_last_not_of(' ') + 1 - begin);
 }
 
 } // namespace cvlog::core

@@ -24,5 +24,6 @@ ports::BoxIcon OutcomeBoxIcon(std::int32_t code) noexcept;
 std::u16string CleanMessage(std::u16string_view text);
 /// The same in the text's own memory; what it answers is a part of it.
 std::u16string_view CleanMessageInPlace(std::u16string& text) noexcept;
+std::string_view CleanMessageInPlace(std::string& ascii) noexcept;
 
 } // namespace cvlog::core

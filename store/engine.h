@@ -2,6 +2,7 @@
 
 #include "automation/object.h"
 #include "automation/value.h"
+#include "base/compact_text.h"
 
 #include <memory>
 #include <string_view>
@@ -24,10 +25,13 @@ public:
     /// The same into `result`, whose memory is used again: for reading rows without end. The characters of the name
     /// must stay where and what they are as long as the row set is open.
     virtual void read(std::u16string_view column, automation::Value& result) { result = value(column); }
-    /// Appends what value() gives to a text, converted; nothing for a column without a value. The name is as for read().
-    virtual void appendText(std::u16string_view column, std::u16string& text) {
-        if (const automation::Value added = value(column); !added.isNothing())
-            text += automation::toText(added);
+    /// Appends what value() gives to a text, converted. False, and nothing is appended, for a column without a value.
+    /// The name is as for read().
+    virtual bool appendText(std::u16string_view column, base::CompactText& text) {
+        const automation::Value added = value(column);
+        if (added.isNothing()) return false;
+        text.append(automation::toText(added));
+        return true;
     }
 
     /// Starts a new row: every column at its default, whatever an earlier unfinished row held.

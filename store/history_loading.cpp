@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 #include <vector>
 
 namespace cvlog::store {
@@ -26,24 +27,17 @@ std::shared_ptr<Recordset> openRecords(core::Globals& globals, std::int32_t afte
                                   u" order by RecordNum");
 }
 
-/// A column of the records, read into the same memory again and again.
-class ColumnReader {
+/// A column of numbers of the records, read into the same memory again and again.
+class NumberColumn {
 public:
-    explicit ColumnReader(std::u16string_view column) : column_(column) {}
+    explicit NumberColumn(std::u16string_view column) : column_(column) {}
 
-    std::int32_t number(Recordset& record) { return automation::toInt32(read(record)); }
-    /// The reader's own, until the next reading.
-    std::u16string& text(Recordset& record) {
-        if (!read(record).is<std::u16string>()) value_ = automation::toText(value_);
-        return value_.makeText();
+    std::int32_t number(Recordset& record) {
+        record.read(column_, value_);
+        return automation::toInt32(value_);
     }
 
 private:
-    const Value& read(Recordset& record) {
-        record.read(column_, value_);
-        return value_;
-    }
-
     std::u16string_view column_;
     Value value_;
 };
@@ -65,16 +59,17 @@ public:
     std::int32_t numberOf(Recordset& record) { return number_.number(record); }
 
     void append(Recordset& record, std::int32_t number) {
-        const std::u16string_view text = core::CleanMessageInPlace(message_.text(record));
-        const widgets::RowPtr& model = modelOf(core::ResultIconKey(code_.number(record)));
+        message_.clear();
+        if (!record.appendText(u"LogMessage", message_)) throw std::invalid_argument("no message");
+        const widgets::RowPtr& model = modelOf(code_.number(record));
         tag_.clear();
         record.appendText(u"ObjectType", tag_);
-        tag_ += u'\n';
+        tag_.appendAscii('\n');
         record.appendText(u"ObjectName", tag_);
-        tag_ += u'\n';
+        tag_.appendAscii('\n');
         record.appendText(u"Errors", tag_);
-        const widgets::OwnText own[] = {{widgets::RowField::Text, text}, {widgets::RowField::Tag, tag_}};
-        waiting_.push_back(widgets::makeRowLike(model, own));
+        const widgets::OwnText own[] = {cleanedMessage(), ownTag()};
+        waiting_.push_back(widgets::makeRowLike(model, own, &memory_));
         numbers_[waiting_.size() - 1] = number;
         if (waiting_.size() == kRun) flush();
     }
@@ -90,21 +85,40 @@ public:
 
 private:
     static constexpr std::size_t kRun = 64;
+    static constexpr std::size_t kMostModels = 16; // there are few codes, but any number may come
+
+    struct Model {
+        std::int32_t code;
+        widgets::RowPtr row;
+    };
+
+    widgets::OwnText cleanedMessage() noexcept {
+        constexpr auto kField = widgets::RowField::Text;
+        return message_.isAscii() ? widgets::OwnText(kField, core::CleanMessageInPlace(message_.ascii()))
+                                  : widgets::OwnText(kField, core::CleanMessageInPlace(message_.wide()));
+    }
+    widgets::OwnText ownTag() noexcept {
+        constexpr auto kField = widgets::RowField::Tag;
+        return tag_.isAscii() ? widgets::OwnText(kField, std::string_view(tag_.ascii()))
+                              : widgets::OwnText(kField, std::u16string_view(tag_.wide()));
+    }
 
     // The rows of one result are alike but for their texts.
-    const widgets::RowPtr& modelOf(std::u16string_view icon) {
-        const auto known =
-            std::ranges::find_if(models_, [icon](const auto& model) { return model->smallIcon() == icon; });
-        return known != models_.end() ? *known : models_.emplace_back(widgets::makeRow({}, {}, icon));
+    const widgets::RowPtr& modelOf(std::int32_t code) {
+        const auto known = std::ranges::find(models_, code, &Model::code);
+        if (known != models_.end()) return known->row;
+        if (models_.size() == kMostModels) models_.clear();
+        return models_.emplace_back(code, widgets::makeRow({}, {}, core::ResultIconKey(code))).row;
     }
 
     widgets::ListView& list_;
     resources::Language language_;
-    ColumnReader number_{u"RecordNum"};
-    ColumnReader message_{u"LogMessage"};
-    ColumnReader code_{u"ReturnMessage"};
-    std::u16string tag_;
-    std::vector<widgets::RowPtr> models_;
+    NumberColumn number_{u"RecordNum"};
+    NumberColumn code_{u"ReturnMessage"};
+    base::CompactText message_;
+    base::CompactText tag_;
+    std::vector<Model> models_;
+    widgets::RowMemory memory_;
     std::vector<widgets::RowPtr> waiting_;
     std::array<std::int32_t, kRun> numbers_{};
 };

@@ -72,6 +72,19 @@ bool hasMore(sqlite3* handle, const char* tail) {
     return false;
 }
 
+// The bytes as the file has them: what the library gives as a text is a copy with a NUL behind it.
+std::string_view utf8Of(sqlite3_value* value) noexcept {
+    const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
+    const auto count = static_cast<std::size_t>(sqlite3_value_bytes(value));
+    return bytes ? std::string_view(bytes, count) : std::string_view();
+}
+
+std::u16string_view utf16Of(sqlite3_value* value) noexcept {
+    const auto* units = static_cast<const char16_t*>(sqlite3_value_text16(value)); // aligned for them
+    const std::size_t bytes = units ? static_cast<std::size_t>(sqlite3_value_bytes16(value)) : 0;
+    return {units, bytes / sizeof(char16_t)};
+}
+
 } // namespace
 
 SqliteStatement::SqliteStatement(SqliteConnection& connection, std::string_view sql)
@@ -209,23 +222,20 @@ std::u16string SqliteStatement::text(int column) const {
     return result;
 }
 
-void SqliteStatement::readText(sqlite3_value* value, std::u16string& text, std::size_t begin) const {
-    if (connection_->usesUtf8()) {
-        // The bytes as the file has them: what the library gives as a text is a copy with a NUL behind it.
-        const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
-        const auto count = static_cast<std::size_t>(sqlite3_value_bytes(value));
-        return base::fromUtf8(bytes ? std::string_view(bytes, count) : std::string_view(), text, begin);
-    }
-    const void* units = sqlite3_value_text16(value);
-    const std::size_t bytes = units ? static_cast<std::size_t>(sqlite3_value_bytes16(value)) : 0;
-    text.resize(begin + bytes / sizeof(char16_t));
-    if (bytes != 0) std::memcpy(text.data() + begin, units, bytes / sizeof(char16_t) * sizeof(char16_t));
+void SqliteStatement::readText(sqlite3_value* value, std::u16string& text) const {
+    if (connection_->usesUtf8())
+        base::fromUtf8(utf8Of(value), text);
+    else
+        text = utf16Of(value);
 }
 
-bool SqliteStatement::appendText(int column, std::u16string& text) const {
+bool SqliteStatement::appendText(int column, base::CompactText& text) const {
     sqlite3_value* const value = sqlite3_column_value(handle_, column);
     if (sqlite3_value_type(value) != SQLITE_TEXT) return false;
-    readText(value, text, text.size());
+    if (connection_->usesUtf8())
+        text.appendUtf8(utf8Of(value));
+    else
+        text.append(utf16Of(value));
     return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "automation/value.h"
+#include "base/compact_text.h"
 
 #include <cstdint>
 #include <memory>
@@ -49,7 +50,7 @@ public:
     automation::Value value(int column) const;
     void read(int column, automation::Value& result) const;
     /// Appends a text to another one. False, and nothing is appended, when the column holds no text.
-    bool appendText(int column, std::u16string& text) const;
+    bool appendText(int column, base::CompactText& text) const;
     std::int64_t integer(int column) const;
     std::u16string text(int column) const;
     /// It neither changes the file nor the connection's transaction.
@@ -58,8 +59,7 @@ public:
     bool wasCompiledAnew() noexcept;
 
 private:
-    /// Behind the first `begin` characters, which stay.
-    void readText(sqlite3_value* value, std::u16string& text, std::size_t begin = 0) const;
+    void readText(sqlite3_value* value, std::u16string& text) const;
     int bindText(int parameter, std::u16string_view text);
     int bindUtf8(int parameter, std::u16string_view text);
 

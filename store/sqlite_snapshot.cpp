@@ -49,13 +49,15 @@ void SqliteSnapshot::read(std::u16string_view column, automation::Value& result)
     readAt(indexInTurn(column), result);
 }
 
-void SqliteSnapshot::appendText(std::u16string_view column, std::u16string& text) {
+bool SqliteSnapshot::appendText(std::u16string_view column, base::CompactText& text) {
     requireOpen();
     const std::size_t index = indexInTurn(column);
-    if (reading_ && statement_.appendText(static_cast<int>(index), text)) return;
+    if (reading_ && statement_.appendText(static_cast<int>(index), text)) return true;
     automation::Value added;
     readAt(index, added);
-    if (!added.isNothing()) text += automation::toText(added);
+    if (added.isNothing()) return false;
+    text.append(automation::toText(added));
+    return true;
 }
 
 void SqliteSnapshot::readAt(std::size_t index, automation::Value& result) const {

@@ -22,7 +22,7 @@ public:
     void moveNext() override;
     automation::Value value(std::u16string_view column) override;
     void read(std::u16string_view column, automation::Value& result) override;
-    void appendText(std::u16string_view column, std::u16string& text) override;
+    bool appendText(std::u16string_view column, base::CompactText& text) override;
     void addNew() override;
     void assign(std::u16string_view column, const automation::Value& value) override;
     void update() override;

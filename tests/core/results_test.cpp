@@ -1,5 +1,7 @@
 #include "core/results.h"
 
+#include "base/text.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -79,6 +81,9 @@ TEST_P(CleanMessageTest, ReplacesControlCharactersOneByOneThenTrimsBlanks) {
     EXPECT_EQ(CleanMessage(GetParam().text), GetParam().cleaned);
     std::u16string text(GetParam().text);
     EXPECT_EQ(CleanMessageInPlace(text), GetParam().cleaned);
+    std::string utf8 = base::toUtf8(GetParam().text);
+    if (!base::isAscii(utf8)) return;
+    EXPECT_EQ(CleanMessageInPlace(utf8), base::toUtf8(GetParam().cleaned));
 }
 
 INSTANTIATE_TEST_SUITE_P(Messages, CleanMessageTest,

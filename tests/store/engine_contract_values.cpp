@@ -1,4 +1,5 @@
 #include "automation/error.h"
+#include "base/text.h"
 #include "tests/store/engine_contract.h"
 
 #include <limits>
@@ -184,10 +185,12 @@ TEST_P(EngineContract, whateverAColumnHoldsIsAppendedAsText) {
         rows->update();
     }
     const auto read = database_->openSnapshot(u"select * from T order by RecordNum");
-    const auto append = [&read](std::u16string text) {
+    const auto append = [&read](std::u16string_view begin) {
+        base::CompactText text;
+        text.append(begin);
         for (const std::u16string_view column : {u"A", u"RecordNum"}) read->appendText(column, text);
         read->moveNext();
-        return text;
+        return text.isAscii() ? base::fromUtf8(text.ascii()) : text.wide();
     };
     EXPECT_EQ(append(u"first: "), u"first: gr\u00FC\u00DFe1");
     rows->addNew(); // from here on the snapshot has its rows in memory
