@@ -88,6 +88,26 @@ std::size_t readUsualFields(std::string_view line, Fields& fields) noexcept {
     return begin;
 }
 
+/// The same where all of it lies in the first block, as it mostly does.
+std::size_t readShortFields(std::string_view line, Fields& fields) noexcept {
+    if (line.size() < kBytesOfBlock) return 0;
+    std::uint64_t quotes = PlacesInBlock(line.data(), '"');
+    const auto next = [&quotes] { // as many as a block has bytes when there is none any more
+        const int place = std::countr_zero(quotes);
+        quotes &= quotes - 1;
+        return static_cast<std::size_t>(place);
+    };
+    std::size_t begin = 0;
+    for (Field& field : fields) {
+        if (next() != begin) return 0;
+        const std::size_t close = next();
+        if (close + 1 >= kBytesOfBlock || !isSeparator(line[close + 1])) return 0;
+        field = {line.data() + begin + 1, close - begin - 1};
+        begin = close + 2;
+    }
+    return begin;
+}
+
 /// Reads the fields of a line one by one. What a field keeps is moved down over the quotes it drops.
 class FieldReader {
 public:
@@ -144,7 +164,9 @@ ErrorLine ParseErrorLine(std::span<char> line) noexcept {
         return {{}, {}, {}, {}, message.text, message.isAscii};
     }
     Fields fields;
-    FieldReader reader(text, readUsualFields(viewOf(text), fields));
+    std::size_t begin = readShortFields(viewOf(text), fields);
+    if (begin == 0) begin = readUsualFields(viewOf(text), fields);
+    FieldReader reader(text, begin);
     if (reader.isAtBegin()) reader.read(fields);
     const Message message = reader.toNextField() ? cleaned(reader.message()) : Message();
     return {fields[0].view(), fields[1].view(), fields[4].view(),
