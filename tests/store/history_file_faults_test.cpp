@@ -21,6 +21,32 @@ protected:
     void removeCompanions() {
         for (const char* end : {"-wal", "-shm"}) std::filesystem::remove(native() + end);
     }
+
+    /// Opens the history of a new file again and again, each time with the disk failing one write later, once or for
+    /// good, until none is left to fail.
+    template <class InHistory, class Afterwards>
+    void atEachFailure(InHistory act, Afterwards afterwards) {
+        for (const bool forGood : {false, true})
+            for (int failing = 1;; ++failing) {
+                SCOPED_TRACE(failing);
+                removeCompanions();
+                std::filesystem::remove(native());
+                FailingDisk disk;
+                makeTwoSessions();
+                bool failed = false;
+                inHistory([&](FrmLogHistory& window) {
+                    disk.watch([&](DiskAction, int number) {
+                        failed = failed || number == failing;
+                        return number == failing || (forGood && number > failing);
+                    });
+                    act(window, disk);
+                });
+                closeLog();
+                afterwards();
+                if (!failed) break;
+                ASSERT_LT(failing, 200);
+            }
+    }
 };
 
 TEST_F(HistoryFileFaults, AnotherProcessMayWriteWhileItLoads) {
@@ -182,63 +208,33 @@ TEST_F(HistoryFileFaults, ADiskThatFillsUpStopsADeletionAtOneRecordAndTheNextGoe
 }
 
 TEST_F(HistoryFileFaults, ClearingThatFailsAtAnyWriteTakesAllRecordsOrNone) {
-    for (const bool forGood : {false, true})
-        for (int failing = 1;; ++failing) {
-            SCOPED_TRACE(failing);
-            removeCompanions();
-            std::filesystem::remove(native());
-            FailingDisk disk;
-            makeTwoSessions();
-            bool failed = false;
-            inHistory([&](FrmLogHistory& window) {
-                disk.watch([&](DiskAction, int number) {
-                    failed = failed || number == failing;
-                    return number == failing || (forGood && number > failing);
-                });
-                const bool done = base::ignoring([&] { ClearLogHistory(globals_, window); });
-                disk.watch(nullptr);
-                EXPECT_EQ(rowNames(*window.lvHistory()), done ? "S" : "1 2 S 3");
-                EXPECT_EQ(shownNumbers(), done ? "" : "1 2 3");
-                EXPECT_EQ(window.form().pointer(), widgets::Pointer::Default);
-                ClearLogHistory(globals_, window);
-                EXPECT_EQ(rowNames(*window.lvHistory()), "S");
-            });
-            closeLog();
-            EXPECT_EQ(stored(), "");
-            if (!failed) break;
-            ASSERT_LT(failing, 200);
-        }
+    atEachFailure(
+        [this](FrmLogHistory& window, FailingDisk& disk) {
+            const bool done = base::ignoring([&] { ClearLogHistory(globals_, window); });
+            disk.watch(nullptr);
+            EXPECT_EQ(rowNames(*window.lvHistory()), done ? "S" : "1 2 S 3");
+            EXPECT_EQ(shownNumbers(), done ? "" : "1 2 3");
+            EXPECT_EQ(window.form().pointer(), widgets::Pointer::Default);
+            ClearLogHistory(globals_, window);
+            EXPECT_EQ(rowNames(*window.lvHistory()), "S");
+        },
+        [this] { EXPECT_EQ(stored(), ""); });
 }
 
 TEST_F(HistoryFileFaults, ADeletionThatFailsAtAnyWriteTakesARecordWhollyOrNotAtAll) {
-    for (const bool forGood : {false, true})
-        for (int failing = 1;; ++failing) {
-            SCOPED_TRACE(failing);
-            removeCompanions();
-            std::filesystem::remove(native());
-            FailingDisk disk;
-            makeTwoSessions();
-            bool failed = false;
-            inHistory([&](FrmLogHistory& window) {
-                disk.watch([&](DiskAction, int number) {
-                    failed = failed || number == failing;
-                    return number == failing || (forGood && number > failing);
-                });
-                base::ignoring([&] { removeRows(window, {1, 2, 4}); });
-                disk.watch(nullptr);
-                const std::string left = rowNames(*window.lvHistory());
-                // One row goes before its record; the next load of the file tells which.
-                const std::string stayed = shownNumbers();
-                EXPECT_TRUE(left == "S"     ? stayed.empty() || stayed == "1"
-                            : left == "1 S" ? stayed == "1" || stayed == "1 2"
-                                            : left == "1 2 S" && (stayed == "1 2" || stayed == "1 2 3"))
-                    << left << " | " << stayed;
-            });
-            closeLog();
-            EXPECT_EQ(askWhole("pragma integrity_check"), "ok");
-            if (!failed) break;
-            ASSERT_LT(failing, 200);
-        }
+    atEachFailure(
+        [this](FrmLogHistory& window, FailingDisk& disk) {
+            base::ignoring([&] { removeRows(window, {1, 2, 4}); });
+            disk.watch(nullptr);
+            const std::string left = rowNames(*window.lvHistory());
+            // One row goes before its record; the next load of the file tells which.
+            const std::string stayed = shownNumbers();
+            EXPECT_TRUE(left == "S"     ? stayed.empty() || stayed == "1"
+                        : left == "1 S" ? stayed == "1" || stayed == "1 2"
+                                        : left == "1 2 S" && (stayed == "1 2" || stayed == "1 2 3"))
+                << left << " | " << stayed;
+        },
+        [this] { EXPECT_EQ(askWhole("pragma integrity_check"), "ok"); });
 }
 
 } // namespace

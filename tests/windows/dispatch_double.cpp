@@ -1,6 +1,7 @@
 #include "tests/windows/dispatch_double.h"
 
 #include "automation/error.h"
+#include "tests/windows/class_factory.h"
 
 #include <map>
 
@@ -64,33 +65,6 @@ struct VariantOf {
     void operator()(const Other&) const {
         throw AutomationError(code::kTypeMismatch, u"No value that the double gives");
     }
-};
-
-class DoubleFactory final : public IClassFactory {
-public:
-    explicit DoubleFactory(InstalledClass::Make make) : make_(std::move(make)) {}
-
-    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        if (id != IID_IUnknown && id != IID_IClassFactory) return *result = nullptr, E_NOINTERFACE;
-        return AddRef(), *result = this, S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
-    STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** result) override {
-        if (outer) return CLASS_E_NOAGGREGATION;
-        const ComPtr<IDispatch> made = com::adopt<IDispatch>(DispatchDouble::of(make_()));
-        return made.Get()->QueryInterface(id, result);
-    }
-    STDMETHODIMP LockServer(BOOL) override { return S_OK; }
-
-private:
-    ~DoubleFactory() = default;
-    ULONG references_ = 1;
-    InstalledClass::Make make_;
 };
 
 } // namespace
@@ -169,7 +143,10 @@ InstalledClass::InstalledClass(std::wstring progId, const CLSID& id, Make make)
     EXPECT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, (key_ + L"\\CLSID").c_str(), nullptr, REG_SZ, text,
                               static_cast<DWORD>((wcslen(text) + 1) * sizeof(wchar_t))),
               ERROR_SUCCESS);
-    auto* factory = new DoubleFactory(std::move(make));
+    auto* factory = new ClassFactory([make = std::move(make)](REFIID iid, void** result) {
+        const ComPtr<IDispatch> made = com::adopt<IDispatch>(DispatchDouble::of(make()));
+        return made.Get()->QueryInterface(iid, result);
+    });
     EXPECT_EQ(CoRegisterClassObject(id, factory, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie_), S_OK);
     factory->Release();
 }

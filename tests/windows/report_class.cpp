@@ -1,5 +1,7 @@
 #include "tests/windows/report_class.h"
 
+#include "tests/windows/class_factory.h"
+
 #include <utility>
 
 namespace cvlog::tests {
@@ -23,31 +25,6 @@ std::wstring textOf(const CLSID& id) {
     return text;
 }
 
-class Factory final : public IClassFactory {
-public:
-    explicit Factory(ReportClass::Make make) : make_(std::move(make)) {}
-
-    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        if (id != IID_IUnknown && id != IID_IClassFactory) return *result = nullptr, E_NOINTERFACE;
-        return AddRef(), *result = this, S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
-    STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** result) override {
-        return outer ? CLASS_E_NOAGGREGATION : make_()->QueryInterface(id, result);
-    }
-    STDMETHODIMP LockServer(BOOL) override { return S_OK; }
-
-private:
-    ~Factory() = default;
-    ULONG references_ = 1;
-    ReportClass::Make make_;
-};
-
 } // namespace
 
 ReportClass::ReportClass() : turn_(CreateMutexW(nullptr, FALSE, L"CVLog3 tests: Tabulite.TLReport")) {
@@ -62,7 +39,8 @@ ReportClass::ReportClass() : turn_(CreateMutexW(nullptr, FALSE, L"CVLog3 tests: 
 ReportClass::ReportClass(Make make)
     : turn_(CreateMutexW(nullptr, FALSE, L"CVLog3 tests: Tabulite.TLReport")) {
     WaitForSingleObject(turn_, INFINITE);
-    auto* factory = new Factory(std::move(make));
+    auto* factory = new ClassFactory(
+        [make = std::move(make)](REFIID id, void** result) { return make()->QueryInterface(id, result); });
     EXPECT_EQ(CoRegisterClassObject(kOwnClass, factory, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie_),
               S_OK);
     factory->Release();
