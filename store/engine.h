@@ -4,6 +4,7 @@
 #include "automation/value.h"
 #include "base/compact_text.h"
 
+#include <cstdint>
 #include <memory>
 #include <string_view>
 
@@ -25,6 +26,9 @@ public:
     /// The same into `result`, whose memory is used again: for reading rows without end. The characters of the name
     /// must stay where and what they are as long as the row set is open.
     virtual void read(std::u16string_view column, automation::Value& result) { result = value(column); }
+    /// The same as a whole number of 32 bits, converted; fails where automation::toInt32() does. The name is as for
+    /// read().
+    virtual std::int32_t readNumber(std::u16string_view column) { return automation::toInt32(value(column)); }
     /// Appends what value() gives to a text, converted. False, and nothing is appended, for a column without a value.
     /// The name is as for read().
     virtual bool appendText(std::u16string_view column, base::CompactText& text) {

@@ -212,6 +212,14 @@ void SqliteStatement::read(int column, automation::Value& result) const {
     }
 }
 
+std::optional<std::int32_t> SqliteStatement::smallInteger(int column) const noexcept {
+    sqlite3_value* const value = sqlite3_column_value(handle_, column);
+    if (sqlite3_value_type(value) != SQLITE_INTEGER) return std::nullopt;
+    const std::int64_t number = sqlite3_value_int64(value);
+    const auto small = static_cast<std::int32_t>(number);
+    return small == number ? std::optional(small) : std::nullopt;
+}
+
 std::int64_t SqliteStatement::integer(int column) const { return sqlite3_column_int64(handle_, column); }
 
 // By the library's conversion: it is asked before the file's encoding is known.

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,6 +53,8 @@ public:
     /// Appends a text to another one. False, and nothing is appended, when the column holds no text.
     bool appendText(int column, base::CompactText& text) const;
     std::int64_t integer(int column) const;
+    /// Nothing when the column holds no whole number of 32 bits.
+    std::optional<std::int32_t> smallInteger(int column) const noexcept;
     std::u16string text(int column) const;
     /// It neither changes the file nor the connection's transaction.
     bool readsOnly() const noexcept;

@@ -49,6 +49,16 @@ void SqliteSnapshot::read(std::u16string_view column, automation::Value& result)
     readAt(indexInTurn(column), result);
 }
 
+std::int32_t SqliteSnapshot::readNumber(std::u16string_view column) {
+    requireOpen();
+    const std::size_t index = indexInTurn(column);
+    if (reading_)
+        if (const auto number = statement_.smallInteger(static_cast<int>(index))) return *number;
+    automation::Value read;
+    readAt(index, read);
+    return automation::toInt32(read);
+}
+
 bool SqliteSnapshot::appendText(std::u16string_view column, base::CompactText& text) {
     requireOpen();
     const std::size_t index = indexInTurn(column);

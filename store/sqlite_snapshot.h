@@ -22,6 +22,7 @@ public:
     void moveNext() override;
     automation::Value value(std::u16string_view column) override;
     void read(std::u16string_view column, automation::Value& result) override;
+    std::int32_t readNumber(std::u16string_view column) override;
     bool appendText(std::u16string_view column, base::CompactText& text) override;
     void addNew() override;
     void assign(std::u16string_view column, const automation::Value& value) override;

@@ -200,6 +200,34 @@ TEST_P(EngineContract, whateverAColumnHoldsIsAppendedAsText) {
     EXPECT_THROW(append(u""), AutomationError) << "after the last row";
 }
 
+TEST_P(EngineContract, numbersAreReadAsTheyAreConverted) {
+    source_->makeTableWithDefaults(*database_);
+    const auto rows = database_->openTable(u"T");
+    for (const Value& text : {Value(u"12"), Value(u"x"), Value(Null{})}) {
+        rows->addNew();
+        rows->assign(u"A", text);
+        rows->assign(u"B", -5);
+        rows->update();
+    }
+    const auto read = database_->openSnapshot(u"select * from T order by RecordNum");
+    for (const std::int32_t record : {1, 2, 3}) {
+        SCOPED_TRACE(record);
+        EXPECT_EQ(read->readNumber(u"RecordNum"), record);
+        EXPECT_EQ(read->readNumber(u"B"), -5);
+        if (record == 1)
+            EXPECT_EQ(read->readNumber(u"A"), 12);
+        else
+            EXPECT_THROW(read->readNumber(u"A"), AutomationError);
+        EXPECT_THROW(read->readNumber(u"Missing"), AutomationError);
+        if (record == 2) { // from here on the snapshot has its rows in memory
+            rows->addNew();
+            rows->update();
+        }
+        read->moveNext();
+    }
+    EXPECT_THROW(read->readNumber(u"B"), AutomationError) << "after the last row";
+}
+
 TEST_P(EngineContract, aColumnThatIsNotThereIsNotRead) {
     database_->execute(kAddRecordNum);
     append(u"a");
