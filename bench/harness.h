@@ -27,7 +27,7 @@ struct Registration {
     Registration(std::string name, Measure measure);
 };
 
-/// Seconds that one run of the action takes.
+/// Seconds that one run of the action takes, with no free memory left from what ran before where that can be had.
 double seconds(const std::function<void()>& action);
 
 struct Pair {

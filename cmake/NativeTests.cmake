@@ -6,7 +6,7 @@ foreach(folder base automation ports widgets hostapi core store view details hos
 endforeach()
 
 if(CVLOG_BENCH)
-    cvlog_sources(bench_sources bench/*.cpp bench/native/*.cpp)
+    cvlog_sources(bench_sources bench/*.cpp bench/native/*.cpp bench/posix/*.cpp)
     cvlog_executable(bench_native SOURCES ${bench_sources} LINKS cvlog_headless)
     return()
 endif()

@@ -29,10 +29,11 @@ BEGIN {
     allow("com", rooms " resources " floors " platform/win32 platform/headless")
     allow("workbench docs", "")
     allow("tests tests/posix bench", rooms " resources " floors " platform/headless tests tests/posix bench")
+    allow("bench/posix", "bench")
     allow("tests/windows bench/windows", rooms " resources " floors " platform/win32 platform/headless com tests bench")
 
-    # tests/posix needs processes that are killed and users without rights.
-    words("platform/win32 com workbench docs tests/windows tests/posix bench/windows", os_folder, 1)
+    # tests/posix needs processes that are killed and users without rights, bench/posix to give memory back.
+    words("platform/win32 com workbench docs tests/windows tests/posix bench/windows bench/posix", os_folder, 1)
     words("store tests tests/posix bench", sqlite_folder, 1)
 
     words("algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes " \
