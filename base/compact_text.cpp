@@ -2,8 +2,6 @@
 
 #include "base/text.h"
 
-#include <algorithm>
-
 namespace cvlog::base {
 
 void CompactText::clear() noexcept {
@@ -12,9 +10,12 @@ void CompactText::clear() noexcept {
     wide_.clear();
 }
 
+CompactTextView CompactText::view() const noexcept {
+    return isAscii_ ? CompactTextView(std::string_view(ascii_)) : CompactTextView(wide_);
+}
+
 void CompactText::append(std::u16string_view text) {
-    const bool isPlain = std::ranges::all_of(text, [](char16_t unit) { return unit < 0x80; });
-    if (isAscii_ && !isPlain) makeWide();
+    if (isAscii_ && !base::isAscii(text)) makeWide();
     if (isAscii_)
         ascii_.append(text.begin(), text.end());
     else

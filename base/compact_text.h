@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/compact_text_view.h"
+
 #include <string>
 #include <string_view>
 
@@ -13,6 +15,8 @@ public:
     /// The whole text while it is ASCII, else empty; and the other way round.
     std::string& ascii() noexcept { return ascii_; }
     std::u16string& wide() noexcept { return wide_; }
+    /// Good until the text changes.
+    CompactTextView view() const noexcept;
 
     void clear() noexcept;
     void append(std::u16string_view text);

@@ -207,16 +207,17 @@ std::u16string fromUtf8(std::string_view text) {
 }
 
 bool isAscii(std::string_view bytes) noexcept {
-    constexpr std::size_t kStep = sizeof(std::uint64_t);
-    std::uint64_t all = 0;
-    std::uint64_t some = 0;
+    constexpr std::size_t kStep = 8;
+    if (bytes.size() >= kStep && !areAscii(bytes.data() + bytes.size() - kStep)) return false;
     std::size_t at = 0;
-    for (; at + kStep <= bytes.size(); at += kStep) {
-        std::memcpy(&some, bytes.data() + at, kStep);
-        all |= some;
-    }
-    for (; at < bytes.size(); ++at) all |= static_cast<unsigned char>(bytes[at]);
-    return (all & 0x8080808080808080) == 0;
+    for (; at + kStep <= bytes.size(); at += kStep)
+        if (!areAscii(bytes.data() + at)) return false;
+    return bytes.size() >= kStep ||
+           std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+}
+
+bool isAscii(std::u16string_view text) noexcept {
+    return std::ranges::all_of(text, [](char16_t unit) { return unit < 0x80; });
 }
 
 char16_t* widenAscii(std::string_view bytes, char16_t* to) noexcept {
@@ -229,6 +230,10 @@ char16_t* widenAscii(std::string_view bytes, char16_t* to) noexcept {
     else
         for (std::size_t i = 0; i < count; ++i) to[i] = static_cast<unsigned char>(from[i]);
     return to + count;
+}
+
+char* narrowAscii(std::u16string_view text, char* to) noexcept {
+    return std::ranges::transform(text, to, [](char16_t unit) { return static_cast<char>(unit); }).out;
 }
 
 void fromUtf8(std::string_view text, std::u16string& out, std::size_t begin) {

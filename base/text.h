@@ -34,9 +34,12 @@ std::string toUtf8(std::u16string_view text);
 void toUtf8(std::u16string_view text, std::string& out);
 
 bool isAscii(std::string_view bytes) noexcept;
+bool isAscii(std::u16string_view text) noexcept;
 
 /// ASCII bytes as UTF-16, into memory for as many code units. Answers where they end.
 char16_t* widenAscii(std::string_view bytes, char16_t* to) noexcept;
+/// The way back, for text that is ASCII.
+char* narrowAscii(std::u16string_view text, char* to) noexcept;
 
 /// UTF-16 of UTF-8 text, lone surrogates in three-byte form included. A malformed byte becomes U+FFFD.
 std::u16string fromUtf8(std::string_view text);

@@ -9,7 +9,7 @@ namespace cvlog::core {
 inline constexpr std::u16string_view kChildRowTag = u"expansion";
 
 inline bool IsChildRow(const widgets::RowContent& row) noexcept {
-    return base::equalsIgnoringCase(row.tag(), kChildRowTag);
+    return row.tag().equalsIgnoringCase(kChildRowTag);
 }
 
 /// The row at this place is an entry whose messages are shown below it.

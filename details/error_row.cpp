@@ -62,7 +62,7 @@ widgets::RowPtr ErrorRows::FillErrorRow(std::span<char> line, int n) {
 widgets::OwnText ErrorRows::messageOf(const ErrorLine& line) {
     if (line.messageIsAscii) return ownText(ChildCell::Message, CellField::Text, line.message);
     DecodeBytes(globals_, line.message, message_);
-    return ownText(ChildCell::Message, CellField::Text, std::u16string_view(message_));
+    return ownText(ChildCell::Message, CellField::Text, message_);
 }
 
 widgets::RowPtr ErrorRows::hiddenRecordsRow() const {

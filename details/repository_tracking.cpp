@@ -29,7 +29,7 @@ private:
     core::Globals& globals_;
 };
 
-std::u16string_view tagOf(const widgets::RowContent& row, std::u16string_view key) {
+base::CompactTextView tagOf(const widgets::RowContent& row, std::u16string_view key) {
     return row.cellTag(row.cellOf(key));
 }
 
@@ -37,10 +37,11 @@ std::u16string_view tagOf(const widgets::RowContent& row, std::u16string_view ke
 class FileLookup {
 public:
     explicit FileLookup(ports::FileSystem& files) noexcept : files_(files) {}
-    bool exists(std::u16string_view path) {
+    bool exists(base::CompactTextView path) {
         if (path != path_) {
-            exists_ = files_.fileExists(path);
-            path_ = path;
+            std::u16string wanted(path);
+            exists_ = files_.fileExists(wanted);
+            path_ = std::move(wanted);
         }
         return exists_;
     }
@@ -57,9 +58,8 @@ std::vector<widgets::RowId> clearReferences(core::Globals& globals, widgets::Lis
     std::vector<widgets::RowId> open;
     FileLookup files(globals.platform.files);
     for (int row = list.rowCount(); row >= 1; --row) {
-        const std::u16string_view path = tagOf(list.row(row), kMessage);
-        const bool concerned =
-            !path.empty() && base::equalsIgnoringCase(tagOf(list.row(row), kName), objectId);
+        const base::CompactTextView path = tagOf(list.row(row), kMessage);
+        const bool concerned = !path.empty() && tagOf(list.row(row), kName).equalsIgnoringCase(objectId);
         if (!concerned || files.exists(path)) continue;
         list.setCellTag(row, kMessage, {});
         if (core::IsExpanded(list, row)) open.push_back(list.idAt(row));

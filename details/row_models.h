@@ -18,12 +18,9 @@ inline constexpr std::u16string_view kChildCellKeys[] = {u"ObjID", u"Num",    u"
 
 /// Where they are; cells count from 1.
 enum class ChildCell : int { ObjID = 1, Num, Type, Name, Result, Message };
-constexpr widgets::OwnText ownText(ChildCell cell, widgets::CellField part,
-                                   std::u16string_view text) noexcept {
+inline widgets::OwnText ownText(ChildCell cell, widgets::CellField part,
+                                base::CompactTextView text) noexcept {
     return {static_cast<int>(cell), part, text};
-}
-constexpr widgets::OwnText ownText(ChildCell cell, widgets::CellField part, std::string_view ascii) noexcept {
-    return {static_cast<int>(cell), part, ascii};
 }
 
 /// What all messages of one expansion have in common.

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "base/compact_text_view.h"
 #include "base/font.h"
 #include "base/twips.h"
 
 #include <cstdint>
-#include <string_view>
 
 namespace cvlog::ports {
 
@@ -15,7 +15,7 @@ public:
     /// true as long as the program runs.
     virtual std::uint32_t fontNumber(const base::Font& font) = 0;
     /// The width of a single line of text, in twips.
-    virtual base::Twips width(std::uint32_t fontNumber, std::u16string_view text) = 0;
+    virtual base::Twips width(std::uint32_t fontNumber, base::CompactTextView text) = 0;
 };
 
 } // namespace cvlog::ports

@@ -89,7 +89,7 @@ void removeAboveSeparator(core::Globals& globals, FrmLogHistory& window) {
 
 bool focusIsOnSeparator(const widgets::ListView& list) {
     const int focused = list.focusedRow();
-    return focused > 0 && base::equalsIgnoringCase(list.row(focused).smallIcon(), kSessionIcon);
+    return focused > 0 && list.row(focused).smallIcon().equalsIgnoringCase(kSessionIcon);
 }
 
 } // namespace
@@ -122,7 +122,7 @@ void CopyHistoryRecords(core::Globals& globals, FrmLogHistory& window) {
     std::u16string text;
     for (int position = 1; position <= list.rowCount(); ++position) {
         if (!list.isSelected(position)) continue;
-        text += list.row(position).text();
+        list.row(position).text().appendTo(text);
         text += u"\r\n";
     }
     globals.platform.clipboard.setText(text);
@@ -138,7 +138,7 @@ void ShowHistoryErrors(core::Globals& globals, FrmLogHistory& window) {
     const std::shared_ptr<FrmLogHistory> keep = window.shared_from_this();
     const int selected = window.lvHistory()->selectedRow();
     if (selected == 0) return;
-    const HistoryTag tag = HistoryTag::parse(window.lvHistory()->row(selected).tag());
+    const HistoryTag tag = HistoryTag::parse(std::u16string(window.lvHistory()->row(selected).tag()));
     const hostapi::Repository repository = globals.store.Workspace.repository();
     const std::u16string id = repository.findObject(tag.objectType, tag.objectName).id();
     window.unload();

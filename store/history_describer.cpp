@@ -19,7 +19,7 @@ std::u16string HistoryDescriber::listName() const {
 }
 
 std::u16string HistoryDescriber::rowName(const widgets::ListView& list, int row) const {
-    const bool isSeparator = base::equalsIgnoringCase(list.row(row).smallIcon(), kSessionIcon);
+    const bool isSeparator = list.row(row).smallIcon().equalsIgnoringCase(kSessionIcon);
     return isSeparator ? std::u16string(resources::text(language_, kCurrentSession))
                        : LogDescriber::rowName(list, row);
 }

@@ -15,10 +15,16 @@ namespace cvlog::store {
 
 namespace {
 
-using automation::Value;
-
 constexpr std::u16string_view kDashes =
     u"--------------------------------------------------------------------";
+
+// Views, as the length of a literal of this kind is counted each time.
+constexpr std::u16string_view kNumber = u"RecordNum";
+constexpr std::u16string_view kMessage = u"LogMessage";
+constexpr std::u16string_view kCode = u"ReturnMessage";
+constexpr std::u16string_view kType = u"ObjectType";
+constexpr std::u16string_view kName = u"ObjectName";
+constexpr std::u16string_view kErrors = u"Errors";
 
 std::shared_ptr<Recordset> openRecords(core::Globals& globals, std::int32_t after) {
     const std::shared_ptr<Database> database = globals.store.LogDatabase;
@@ -26,21 +32,6 @@ std::shared_ptr<Recordset> openRecords(core::Globals& globals, std::int32_t afte
     return database->openSnapshot(u"select * from LogInfo where RecordNum > " + base::decimal(after) +
                                   u" order by RecordNum");
 }
-
-/// A column of numbers of the records, read into the same memory again and again.
-class NumberColumn {
-public:
-    explicit NumberColumn(std::u16string_view column) : column_(column) {}
-
-    std::int32_t number(Recordset& record) {
-        record.read(column_, value_);
-        return automation::toInt32(value_);
-    }
-
-private:
-    std::u16string_view column_;
-    Value value_;
-};
 
 /// Appends rows to the list of a history, many at a time.
 class HistoryRows {
@@ -56,19 +47,18 @@ public:
         list_.append(widgets::makeRow(dashes + u" " + session + u" " + dashes, {}, kSessionIcon));
     }
 
-    std::int32_t numberOf(Recordset& record) { return number_.number(record); }
-
     void append(Recordset& record, std::int32_t number) {
         message_.clear();
-        if (!record.appendText(u"LogMessage", message_)) throw std::invalid_argument("no message");
-        const widgets::RowPtr& model = modelOf(code_.number(record));
+        if (!record.appendText(kMessage, message_)) throw std::invalid_argument("no message");
+        const widgets::RowPtr& model = modelOf(record.readNumber(kCode));
         tag_.clear();
-        record.appendText(u"ObjectType", tag_);
+        record.appendText(kType, tag_);
         tag_.appendAscii('\n');
-        record.appendText(u"ObjectName", tag_);
+        record.appendText(kName, tag_);
         tag_.appendAscii('\n');
-        record.appendText(u"Errors", tag_);
-        const widgets::OwnText own[] = {cleanedMessage(), ownTag()};
+        record.appendText(kErrors, tag_);
+        const widgets::OwnText own[] = {{widgets::RowField::Text, cleanedMessage()},
+                                        {widgets::RowField::Tag, tag_.view()}};
         waiting_.push_back(widgets::makeRowLike(model, own, &memory_));
         numbers_[waiting_.size() - 1] = number;
         if (waiting_.size() == kRun) flush();
@@ -92,15 +82,9 @@ private:
         widgets::RowPtr row;
     };
 
-    widgets::OwnText cleanedMessage() noexcept {
-        constexpr auto kField = widgets::RowField::Text;
-        return message_.isAscii() ? widgets::OwnText(kField, core::CleanMessageInPlace(message_.ascii()))
-                                  : widgets::OwnText(kField, core::CleanMessageInPlace(message_.wide()));
-    }
-    widgets::OwnText ownTag() noexcept {
-        constexpr auto kField = widgets::RowField::Tag;
-        return tag_.isAscii() ? widgets::OwnText(kField, std::string_view(tag_.ascii()))
-                              : widgets::OwnText(kField, std::u16string_view(tag_.wide()));
+    base::CompactTextView cleanedMessage() noexcept {
+        if (message_.isAscii()) return core::CleanMessageInPlace(message_.ascii());
+        return core::CleanMessageInPlace(message_.wide());
     }
 
     // The rows of one result are alike but for their texts.
@@ -113,8 +97,6 @@ private:
 
     widgets::ListView& list_;
     resources::Language language_;
-    NumberColumn number_{u"RecordNum"};
-    NumberColumn code_{u"ReturnMessage"};
     base::CompactText message_;
     base::CompactText tag_;
     std::vector<Model> models_;
@@ -126,7 +108,7 @@ private:
 void appendRecords(Recordset& records, HistoryRows& rows, HistoryProgress& progress,
                    std::int32_t sessionStart) {
     for (; !records.atEnd(); records.moveNext()) {
-        progress.LastLoaded = rows.numberOf(records);
+        progress.LastLoaded = records.readNumber(kNumber);
         if (progress.SeparatorPending && progress.LastLoaded > sessionStart) {
             rows.appendSeparator();
             progress.SeparatorPending = false;

@@ -25,7 +25,7 @@ constexpr Row kRows[] = {
 bool errorsCanBeShown(core::Globals& globals, const widgets::ListView& list) {
     const int selected = list.selectedRow();
     if (selected == 0) return false;
-    const HistoryTag tag = HistoryTag::parse(list.row(selected).tag());
+    const HistoryTag tag = HistoryTag::parse(std::u16string(list.row(selected).tag()));
     const hostapi::Workspace workspace = globals.store.Workspace;
     const auto holds = [](auto&& look) { return base::valueOr(false, look); };
     return holds([&] {

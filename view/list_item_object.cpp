@@ -35,7 +35,7 @@ private:
 
 const DispatchTable& ListItem::dispatchTable() const {
     using Self = ListItem;
-    const auto reads = [](std::u16string_view (RowContent::*part)() const noexcept) {
+    const auto reads = [](base::CompactTextView (RowContent::*part)() const noexcept) {
         return [part](Self& self) {
             const RowPlace place = self.row_.find();
             return std::u16string((place.content().*part)());

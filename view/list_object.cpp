@@ -72,8 +72,8 @@ void ListObject::setSortOrder(std::int32_t order) const {
     live->setSort(live->sortKey(), static_cast<SortOrder>(order));
 }
 
-bool matches(std::u16string_view text, std::u16string_view wanted, bool beginning) {
-    return base::equalsIgnoringCase(beginning ? text.substr(0, wanted.size()) : text, wanted);
+bool matches(base::CompactTextView text, std::u16string_view wanted, bool beginning) {
+    return (beginning ? text.first(wanted.size()) : text).equalsIgnoringCase(wanted);
 }
 
 bool rowMatches(const widgets::RowContent& row, SearchIn where, std::u16string_view wanted, bool beginning) {

@@ -68,7 +68,7 @@ void ListSubItem::setKey(const std::u16string& key) {
 const DispatchTable& ListSubItem::dispatchTable() const {
     using Self = ListSubItem;
     using widgets::RowContent;
-    const auto reads = [](std::u16string_view (RowContent::*part)(int) const noexcept) {
+    const auto reads = [](auto part) {
         return [part](Self& self) {
             const Place place = self.find();
             return std::u16string((place.content().*part)(place.cell));

@@ -1,6 +1,5 @@
 #include "view/log_describer.h"
 
-#include "base/text.h"
 #include "resources/spoken_words.h"
 #include "widgets/list_view.h"
 
@@ -18,7 +17,7 @@ constexpr std::u16string_view kErrorTag = u"expansion";
 constexpr std::u16string_view kMessage = u"Message";
 constexpr std::u16string_view kSeparator = u"; ";
 
-bool isError(const widgets::RowContent& row) { return base::equalsIgnoringCase(row.tag(), kErrorTag); }
+bool isError(const widgets::RowContent& row) { return row.tag().equalsIgnoringCase(kErrorTag); }
 
 /// The columns that have a width, in display order.
 std::vector<int> shownColumns(const widgets::ListView& list) {
@@ -49,8 +48,8 @@ void append(std::u16string& text, std::u16string_view separator, std::u16string_
 
 } // namespace
 
-std::u16string_view LogDescriber::iconWord(std::u16string_view key) const {
-    return resources::spokenIcon(language_, key);
+std::u16string_view LogDescriber::iconWord(base::CompactTextView key) const {
+    return resources::spokenIcon(language_, std::u16string(key));
 }
 
 std::u16string LogDescriber::listName() const { return std::u16string(resources::text(language_, kLogName)); }
@@ -73,17 +72,17 @@ std::u16string LogDescriber::rowName(const widgets::ListView& list, int row) con
 std::u16string LogDescriber::rowDescription(const widgets::ListView& list, int row) const {
     const widgets::RowContent& content = list.row(row);
     const std::vector<int> columns = shownColumns(list);
-    const std::u16string_view own = content.smallIcon();
+    const base::CompactTextView own = content.smallIcon();
     std::u16string text;
     if (isError(content)) text = resources::spoken(language_, Spoken::ErrorMessage);
     // The result's column mostly repeats the icon of the row: one of the two is enough.
     const bool repeated = std::any_of(columns.begin(), columns.end(), [&](int column) {
-        return column > 1 && base::equalsIgnoringCase(content.cellIcon(column - 1), own);
+        return column > 1 && content.cellIcon(column - 1).equalsIgnoringCase(own);
     });
     if (!repeated) append(text, kSeparator, iconWord(own));
     for (const int column : columns) {
         std::u16string shown(column > 1 ? iconWord(content.cellIcon(column - 1)) : std::u16string_view());
-        if (column != namingColumn(content)) append(shown, u", ", content.columnText(column));
+        if (column != namingColumn(content)) append(shown, u", ", std::u16string(content.columnText(column)));
         if (!shown.empty()) append(text, kSeparator, list.column(column).caption + u": " + shown);
     }
     return text;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/compact_text_view.h"
 #include "resources/string_table.h"
 #include "widgets/list_describer.h"
 
@@ -20,7 +21,7 @@ public:
     std::u16string rowAction() const override;
 
 private:
-    std::u16string_view iconWord(std::u16string_view key) const;
+    std::u16string_view iconWord(base::CompactTextView key) const;
 
     resources::Language language_;
 };

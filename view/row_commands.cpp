@@ -12,10 +12,10 @@ namespace {
 constexpr std::u16string_view kLineEnd = u"\r\n";
 
 void appendLine(std::u16string& text, const widgets::RowContent& row, int columns) {
-    text += row.text();
+    row.text().appendTo(text);
     for (int column = 2; column <= columns; ++column) {
         text += u'\t';
-        text += row.columnText(column);
+        row.columnText(column).appendTo(text);
     }
     text += kLineEnd;
 }

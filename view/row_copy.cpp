@@ -1,6 +1,5 @@
 #include "view/row_copy.h"
 
-#include "base/text.h"
 #include "core/column_fit.h"
 #include "view/list_set.h"
 
@@ -9,8 +8,7 @@ namespace cvlog::view {
 namespace {
 
 bool looksTheSame(const widgets::RowContent& left, const widgets::RowContent& right) {
-    return base::equalsIgnoringCase(left.text(), right.text()) &&
-           base::equalsIgnoringCase(left.tag(), right.tag());
+    return left.text().equalsIgnoringCase(right.text()) && left.tag().equalsIgnoringCase(right.tag());
 }
 
 // A row that another place of the source has too is that one, however much it looks like this one.

@@ -141,7 +141,7 @@ public:
     void setHeaderIcons(std::shared_ptr<const ImageList> icons);
 
     // Measuring, in the list's font.
-    base::Twips textWidth(std::u16string_view text) const;
+    base::Twips textWidth(base::CompactTextView text) const;
     base::Twips cellWidth(int position, int column) const;
     /// The widest text of a column over all rows; 0 for none. Remembered until the widest row goes.
     base::Twips widestCell(int column) const;

@@ -68,7 +68,9 @@ void ListView::userResizedColumn(int index, base::Twips width) noexcept { column
 
 void ListView::userMovedColumn(int index, int position) noexcept { moveColumn(index, position); }
 
-base::Twips ListView::textWidth(std::u16string_view text) const { return measurer_.width(fontNumber_, text); }
+base::Twips ListView::textWidth(base::CompactTextView text) const {
+    return measurer_.width(fontNumber_, text);
+}
 
 base::Twips ListView::contentWidth(const RowContent& content, int column) const {
     if (const auto remembered = content.rememberedWidth(fontNumber_, column)) return *remembered;
@@ -99,7 +101,7 @@ std::optional<base::Twips> ListView::rememberedWidestCell(int column) const noex
 }
 
 void ListView::growWidestBy(const RowContent& part, ColumnSet covered) {
-    part.visitOwnColumns(fontNumber_, covered, [this](int column, std::u16string_view text, float& width) {
+    part.visitOwnColumns(fontNumber_, covered, [this](int column, base::CompactTextView text, float& width) {
         const auto index = static_cast<std::size_t>(column - 1);
         if (index >= widest_.size()) return;
         Widest& widest = widest_[index];

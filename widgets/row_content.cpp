@@ -15,53 +15,71 @@ Cell* Row::cell(std::u16string_view key) noexcept {
     return found == cells.end() ? nullptr : &*found;
 }
 
+/// What the texts of a row need together. They lie in bytes when all of them are ASCII.
+struct RowContent::Extent {
+    void add(base::CompactTextView text) noexcept {
+        units += text.size();
+        inBytes = inBytes && (text.inBytes() || base::isAscii(text.wide()));
+    }
+    std::size_t bytes() const noexcept { return inBytes ? units : units * sizeof(char16_t); }
+
+    std::size_t units = 0;
+    bool inBytes = true;
+};
+
 /// Fills a new content text by text.
 class RowContent::Writer {
 public:
-    explicit Writer(RowContent& content) noexcept : end_(content.ends()), begin_(content.characters()) {}
-    void append(std::u16string_view text) noexcept {
-        std::copy(text.begin(), text.end(), begin_ + length_);
+    explicit Writer(RowContent& content) noexcept
+        : end_(content.ends()), units_(content.units()), inBytes_(content.inBytes_) {}
+    void append(base::CompactTextView text) noexcept {
+        if (!inBytes_)
+            appendTo(static_cast<char16_t*>(units_) + length_, text);
+        else if (text.inBytes())
+            text.bytes().copy(static_cast<char*>(units_) + length_, text.size());
+        else
+            base::narrowAscii(text.wide(), static_cast<char*>(units_) + length_);
         length_ += text.size();
-        *end_++ = static_cast<std::uint32_t>(length_);
-    }
-    void append(const OwnText& own) noexcept {
-        if (own.ascii.empty()) return append(own.text);
-        base::widenAscii(own.ascii, begin_ + length_);
-        length_ += own.ascii.size();
         *end_++ = static_cast<std::uint32_t>(length_);
     }
 
 private:
+    static void appendTo(char16_t* place, base::CompactTextView text) noexcept {
+        if (text.inBytes())
+            base::widenAscii(text.bytes(), place);
+        else
+            text.wide().copy(place, text.size());
+    }
+
     std::uint32_t* end_;
-    char16_t* begin_;
+    void* units_;
+    bool inBytes_;
     std::size_t length_ = 0;
 };
 
-std::size_t RowContent::sizeOf(std::size_t keys, std::size_t numbers, std::size_t characters) noexcept {
+std::size_t RowContent::sizeOf(std::size_t keys, std::size_t numbers, Extent extent) noexcept {
     static_assert(alignof(RowKeys) <= alignof(RowContent) && alignof(std::uint32_t) <= alignof(RowKeys) &&
                   sizeof(float) == sizeof(std::uint32_t) && alignof(RowContent) <= RowMemory::kStep);
-    return sizeof(RowContent) + keys * sizeof(RowKeys) + numbers * sizeof(std::uint32_t) +
-           characters * sizeof(char16_t);
+    return sizeof(RowContent) + keys * sizeof(RowKeys) + numbers * sizeof(std::uint32_t) + extent.bytes();
 }
 
-RowContent* RowContent::allocate(RowKeys keys, std::size_t characters) {
+RowContent* RowContent::allocate(RowKeys keys, Extent extent) {
     const std::size_t texts = kRowFields + kCellFields * keys->size();
     if (texts > kMostTexts) throw std::length_error("a row has too many cells");
-    const RowMemory::Part part = RowMemory::takeAlone(sizeOf(1, texts + 1 + keys->size(), characters));
-    return new (part.begin) RowContent(std::move(keys));
+    const RowMemory::Part part = RowMemory::takeAlone(sizeOf(1, texts + 1 + keys->size(), extent));
+    return new (part.begin) RowContent(std::move(keys), extent.inBytes);
 }
 
-std::u16string_view RowContent::field(std::size_t index) const noexcept {
+base::CompactTextView RowContent::field(std::size_t index) const noexcept {
     std::size_t place = index;
     if (model_) {
         if (((own_ >> index) & 1U) == 0) return model_->field(index);
         place = countOf(ownBelow(index));
     }
-    const std::size_t begin = place == 0 ? 0 : ends()[place - 1];
-    return {characters() + begin, ends()[place] - begin};
+    return textBetween(units(), place == 0 ? 0 : ends()[place - 1], ends()[place]);
 }
 
-std::u16string_view RowContent::cellField(int cell, std::size_t part) const noexcept {
+base::CompactTextView RowContent::cellField(int cell, std::size_t part) const noexcept {
     if (cell < 1 || cell > cellCount()) return {};
     return field(kRowFields + static_cast<std::size_t>(cell - 1) * kCellFields + part);
 }
@@ -78,7 +96,7 @@ int RowContent::cellOf(std::u16string_view key) const noexcept {
     return found == cells.end() ? 0 : static_cast<int>(found - cells.begin()) + 1;
 }
 
-std::u16string_view RowContent::columnText(int column) const noexcept {
+base::CompactTextView RowContent::columnText(int column) const noexcept {
     return column == 1 ? text() : cellText(column - 1);
 }
 
@@ -91,10 +109,10 @@ Row RowContent::edit() const {
     return row;
 }
 
-RowPtr RowContent::withField(std::size_t changed, std::u16string_view text) const {
-    std::size_t length = text.size();
-    for (std::size_t i = 0; i < fieldCount(); ++i) length += i == changed ? 0 : field(i).size();
-    RowPtr copy(allocate(keys(), length));
+RowPtr RowContent::withField(std::size_t changed, base::CompactTextView text) const {
+    Extent extent;
+    for (std::size_t i = 0; i < fieldCount(); ++i) extent.add(i == changed ? text : field(i));
+    RowPtr copy(allocate(keys(), extent));
     Writer writer(const_cast<RowContent&>(*copy));
     for (std::size_t i = 0; i < fieldCount(); ++i) writer.append(i == changed ? text : field(i));
     copy->sortKey_ = sortKey_;
@@ -105,13 +123,13 @@ RowPtr RowContent::withField(std::size_t changed, std::u16string_view text) cons
     return copy;
 }
 
-RowPtr RowContent::with(RowField changed, std::u16string_view text) const {
+RowPtr RowContent::with(RowField changed, base::CompactTextView text) const {
     RowPtr copy = withField(static_cast<std::size_t>(changed), text);
     if (changed == RowField::Text) copy->forgetText(1);
     return copy;
 }
 
-RowPtr RowContent::withCell(int cell, CellField changed, std::u16string_view text) const {
+RowPtr RowContent::withCell(int cell, CellField changed, base::CompactTextView text) const {
     const std::size_t first = kRowFields + static_cast<std::size_t>(cell - 1) * kCellFields;
     RowPtr copy = withField(first + static_cast<std::size_t>(changed), text);
     if (changed == CellField::Text) copy->forgetText(cell + 1);
@@ -144,22 +162,23 @@ RowPtr makeRow(const Row& row, RowKeys keys) {
         for (const Cell& cell : row.cells) own->push_back(cell.key);
         keys = std::move(own);
     }
-    std::size_t length = row.text.size() + row.tag.size() + row.smallIcon.size();
+    std::vector<const std::u16string*> texts{&row.text, &row.tag, &row.smallIcon};
     for (const Cell& cell : row.cells)
-        length += cell.text.size() + cell.tag.size() + cell.icon.size() + cell.toolTip.size();
-    RowContent* const content = RowContent::allocate(std::move(keys), length);
+        texts.insert(texts.end(), {&cell.text, &cell.tag, &cell.icon, &cell.toolTip});
+    RowContent::Extent extent;
+    for (const std::u16string* text : texts) extent.add(*text);
+    RowContent* const content = RowContent::allocate(std::move(keys), extent);
     RowPtr made(content);
     RowContent::Writer writer(*content);
-    for (const std::u16string* text : {&row.text, &row.tag, &row.smallIcon}) writer.append(*text);
-    for (const Cell& cell : row.cells)
-        for (const std::u16string* text : {&cell.text, &cell.tag, &cell.icon, &cell.toolTip})
-            writer.append(*text);
+    for (const std::u16string* text : texts) writer.append(*text);
     return made;
 }
 
 RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string_view smallIcon) {
     static const RowKeys kNoKeys = std::make_shared<const std::vector<std::u16string>>();
-    RowContent* const content = RowContent::allocate(kNoKeys, text.size() + tag.size() + smallIcon.size());
+    RowContent::Extent extent;
+    for (const std::u16string_view field : {text, tag, smallIcon}) extent.add(field);
+    RowContent* const content = RowContent::allocate(kNoKeys, extent);
     RowPtr made(content);
     RowContent::Writer writer(*content);
     for (const std::u16string_view field : {text, tag, smallIcon}) writer.append(field);
@@ -170,24 +189,24 @@ RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts, RowMemor
     const bool isLikeAnother = static_cast<bool>(model->model_); // and has not too many fields
     if (!isLikeAnother && model->fieldCount() > RowContent::kMostFieldsWithModel) {
         RowPtr made = model;
-        for (const OwnText& own : texts)
-            made = made->withField(own.field, own.ascii.empty() ? own.text : base::fromUtf8(own.ascii));
+        for (const OwnText& own : texts) made = made->withField(own.field, own.text);
         return made;
     }
     std::uint32_t own = 0;
     std::size_t numbers = texts.size();
-    std::size_t length = 0;
+    RowContent::Extent extent;
     for (const OwnText& each : texts) {
         own |= 1U << each.field;
         numbers += RowContent::isShown(each.field) ? 1 : 0;
-        length += each.size();
+        extent.add(each.text);
     }
-    const std::size_t size = RowContent::sizeOf(0, numbers, length);
+    const std::size_t size = RowContent::sizeOf(0, numbers, extent);
     const RowMemory::Part part = memory ? memory->take(size) : RowMemory::takeAlone(size);
-    auto* const content = new (part.begin) RowContent(model, own, texts.size(), part.distance);
+    auto* const content =
+        new (part.begin) RowContent(model, own, texts.size(), extent.inBytes, part.distance);
     RowPtr made(content);
     RowContent::Writer writer(*content);
-    for (const OwnText& each : texts) writer.append(each);
+    for (const OwnText& each : texts) writer.append(each.text);
     return made;
 }
 

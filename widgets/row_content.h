@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/compact_text_view.h"
 #include "base/twips.h"
 #include "widgets/row_memory.h"
 #include "widgets/sort_key.h"
@@ -78,27 +79,17 @@ enum class CellField { Text, Tag, Icon, ToolTip };
 inline constexpr std::size_t kRowFields = 3;
 inline constexpr std::size_t kCellFields = 4;
 
-/// A text that a row has of its own where it is like another one. Cells count from 1. It may be given in ASCII bytes.
+/// A text that a row has of its own where it is like another one. Cells count from 1.
 struct OwnText {
-    constexpr OwnText(RowField part, std::u16string_view own) noexcept
+    OwnText(RowField part, base::CompactTextView own) noexcept
         : field(static_cast<std::size_t>(part)), text(own) {}
-    constexpr OwnText(RowField part, std::string_view own) noexcept
-        : field(static_cast<std::size_t>(part)), ascii(own) {}
-    constexpr OwnText(int cell, CellField part, std::u16string_view own) noexcept
-        : field(fieldOf(cell, part)), text(own) {}
-    constexpr OwnText(int cell, CellField part, std::string_view own) noexcept
-        : field(fieldOf(cell, part)), ascii(own) {}
-
-    std::size_t size() const noexcept { return text.size() + ascii.size(); }
+    OwnText(int cell, CellField part, base::CompactTextView own) noexcept
+        : field(kRowFields + kCellFields * static_cast<std::size_t>(cell - 1) +
+                static_cast<std::size_t>(part)),
+          text(own) {}
 
     std::size_t field;
-    std::u16string_view text;
-    std::string_view ascii; // where this one has bytes the other one is empty
-
-private:
-    static constexpr std::size_t fieldOf(int cell, CellField part) noexcept {
-        return kRowFields + kCellFields * static_cast<std::size_t>(cell - 1) + static_cast<std::size_t>(part);
-    }
+    base::CompactTextView text;
 };
 
 /// Some of the columns of rows that have a model: these have few.
@@ -124,9 +115,9 @@ public:
     RowContent(const RowContent&) = delete;
     RowContent& operator=(const RowContent&) = delete;
 
-    std::u16string_view text() const noexcept { return field(0); }
-    std::u16string_view tag() const noexcept { return field(1); }
-    std::u16string_view smallIcon() const noexcept { return field(2); }
+    base::CompactTextView text() const noexcept { return field(0); }
+    base::CompactTextView tag() const noexcept { return field(1); }
+    base::CompactTextView smallIcon() const noexcept { return field(2); }
 
     int cellCount() const noexcept { return static_cast<int>(keys()->size()); }
     /// The row that this one is like; null when it is like none.
@@ -137,15 +128,15 @@ public:
     }
     /// Cells count from 1, as the columns after the first do; one out of range is empty.
     std::u16string_view cellKey(int cell) const noexcept;
-    std::u16string_view cellText(int cell) const noexcept { return cellField(cell, 0); }
-    std::u16string_view cellTag(int cell) const noexcept { return cellField(cell, 1); }
-    std::u16string_view cellIcon(int cell) const noexcept { return cellField(cell, 2); }
-    std::u16string_view cellToolTip(int cell) const noexcept { return cellField(cell, 3); }
+    base::CompactTextView cellText(int cell) const noexcept { return cellField(cell, 0); }
+    base::CompactTextView cellTag(int cell) const noexcept { return cellField(cell, 1); }
+    base::CompactTextView cellIcon(int cell) const noexcept { return cellField(cell, 2); }
+    base::CompactTextView cellToolTip(int cell) const noexcept { return cellField(cell, 3); }
     /// 0 when there is no such cell.
     int cellOf(std::u16string_view key) const noexcept;
 
     /// The text shown in a column (1-based): the row's own in the first, a cell's in the others.
-    std::u16string_view columnText(int column) const noexcept;
+    base::CompactTextView columnText(int column) const noexcept;
 
     /// Calls `visit` with each column whose text is not the model's, or any text without a model, but for those in
     /// `covered`: with the column, the text, and the place where its width for this font is remembered, negative as long
@@ -155,10 +146,9 @@ public:
         forgetOtherFont(fontNumber);
         const std::uint32_t* const end = ends();
         float* const width = widths();
-        const char16_t* const text = characters();
+        const void* const all = units();
         const auto visitText = [&](int column, std::size_t place, std::size_t widthPlace) {
-            const std::uint32_t begin = place == 0 ? 0 : end[place - 1];
-            visit(column, std::u16string_view(text + begin, end[place] - begin), width[widthPlace]);
+            visit(column, textBetween(all, place == 0 ? 0 : end[place - 1], end[place]), width[widthPlace]);
         };
         if (model_) {
             std::uint32_t fields = own_ & kShown & ~covered.fields_;
@@ -185,9 +175,9 @@ public:
     /// A copy for editing.
     Row edit() const;
     /// A copy with one text changed. It shares the keys and remembers what is known of all other texts.
-    RowPtr with(RowField field, std::u16string_view text) const;
+    RowPtr with(RowField field, base::CompactTextView text) const;
     /// The same for a cell that is there.
-    RowPtr withCell(int cell, CellField field, std::u16string_view text) const;
+    RowPtr withCell(int cell, CellField field, base::CompactTextView text) const;
 
     /// The remembered width of a column's text, or nothing when this font has not measured it.
     std::optional<base::Twips> rememberedWidth(std::uint32_t fontNumber, int column) const noexcept {
@@ -211,32 +201,35 @@ private:
     friend RowPtr makeRow(const Row& row, RowKeys keys);
     friend RowPtr makeRow(std::u16string_view text, std::u16string_view tag, std::u16string_view smallIcon);
     friend RowPtr makeRowLike(const RowPtr& model, std::span<const OwnText> texts, RowMemory* memory);
+    struct Extent;
     class Writer;
 
-    explicit RowContent(RowKeys keys) noexcept
-        : endCount_((kRowFields + kCellFields * keys->size()) & kMostTexts), distance_(0) {
+    RowContent(RowKeys keys, bool inBytes) noexcept
+        : endCount_((kRowFields + kCellFields * keys->size()) & kMostTexts), inBytes_(inBytes), distance_(0) {
         new (ownKeys()) RowKeys(std::move(keys));
     }
-    RowContent(const RowPtr& model, std::uint32_t own, std::size_t endCount, std::uint32_t distance) noexcept
-        : own_(own), endCount_(endCount & kMostTexts), distance_(distance & (RowMemory::kMostSteps)),
-          model_(model) {}
+    RowContent(const RowPtr& model, std::uint32_t own, std::size_t endCount, bool inBytes,
+               std::uint32_t distance) noexcept
+        : own_(own), endCount_(endCount & kMostTexts), inBytes_(inBytes),
+          distance_(distance & (RowMemory::kMostSteps)), model_(model) {}
     ~RowContent() {
         if (!model_) std::destroy_at(ownKeys());
     }
 
-    /// A content with room for so many characters; its texts are still to be written. Throws std::length_error when there
+    /// A content with room for texts of this extent, which are still to be written. Throws std::length_error when there
     /// are more cells than any row has.
-    static RowContent* allocate(RowKeys keys, std::size_t characters);
-    static std::size_t sizeOf(std::size_t keys, std::size_t numbers, std::size_t characters) noexcept;
-    RowPtr withField(std::size_t field, std::u16string_view text) const;
+    static RowContent* allocate(RowKeys keys, Extent extent);
+    static std::size_t sizeOf(std::size_t keys, std::size_t numbers, Extent extent) noexcept;
+    RowPtr withField(std::size_t field, base::CompactTextView text) const;
     void forgetText(int column) const noexcept;
     void forgetOtherFont(std::uint32_t fontNumber) const noexcept {
         if (widthsFont_ == fontNumber) return;
-        for (std::size_t i = widthCount(); i > 0; --i) widths()[i - 1] = -1.0F;
+        float* width = widths();
+        for (std::size_t left = widthCount(); left > 0; --left) *width++ = -1.0F;
         widthsFont_ = fontNumber;
     }
-    std::u16string_view field(std::size_t index) const noexcept;
-    std::u16string_view cellField(int cell, std::size_t part) const noexcept;
+    base::CompactTextView field(std::size_t index) const noexcept;
+    base::CompactTextView cellField(int cell, std::size_t part) const noexcept;
 
     static constexpr std::size_t textOf(int column) noexcept { // the field that a column shows
         return column == 1 ? 0 : kRowFields + kCellFields * static_cast<std::size_t>(column - 2);
@@ -245,7 +238,7 @@ private:
         return shownField == 0 ? 1 : static_cast<int>((shownField - kRowFields) / kCellFields) + 2;
     }
     static constexpr std::size_t kMostFieldsWithModel = 32; // as many as `own_` has bits
-    static constexpr std::uint32_t kMostTexts = ~std::uint32_t{0} >> RowMemory::kDistanceBits;
+    static constexpr std::uint32_t kMostTexts = ~std::uint32_t{0} >> (RowMemory::kDistanceBits + 1);
     /// The fields that columns show, a bit each.
     static constexpr std::uint32_t kShown = 0x8888'8889;
     static constexpr bool isShown(std::size_t field) noexcept { return ((kShown >> field) & 1U) != 0; }
@@ -276,15 +269,18 @@ private:
     float* widths() const noexcept { // of the shown texts; negative: not measured
         return reinterpret_cast<float*>(ends() + endCount_);
     }
-    char16_t* characters() const noexcept { // all texts, one after another
-        return reinterpret_cast<char16_t*>(widths() + widthCount());
+    void* units() const noexcept { return widths() + widthCount(); } // all texts, one after another
+    base::CompactTextView textBetween(const void* all, std::size_t begin, std::size_t end) const noexcept {
+        if (inBytes_) return std::string_view(static_cast<const char*>(all) + begin, end - begin);
+        return std::u16string_view(static_cast<const char16_t*>(all) + begin, end - begin);
     }
 
     mutable std::uint32_t references_ = 0;
     mutable std::uint32_t widthsFont_ = 0; // none yet
     mutable SortKeyPtr sortKey_;           // near the front: a search in a sorted list reads nothing else
     std::uint32_t own_ = 0;                // with a model: the fields that are not as there
-    std::uint32_t endCount_ : 32 - RowMemory::kDistanceBits; // how many texts are its own
+    std::uint32_t endCount_ : 31 - RowMemory::kDistanceBits; // how many texts are its own
+    std::uint32_t inBytes_ : 1;                              // its texts are all ASCII
     std::uint32_t distance_ : RowMemory::kDistanceBits;      // where it lies in its piece of memory
     RowPtr model_;
 };

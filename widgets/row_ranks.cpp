@@ -23,8 +23,8 @@ public:
     /// The first row that came with this row's text; the row itself when it is the first.
     const RowContent& firstLike(std::uint32_t row) {
         if (2 * used_ >= slots_.size()) grow();
-        const std::u16string_view text = rows_[row]->columnText(column_);
-        const auto hash = static_cast<std::uint32_t>(std::hash<std::u16string_view>()(text));
+        const base::CompactTextView text = rows_[row]->columnText(column_);
+        const auto hash = static_cast<std::uint32_t>(std::hash<std::u16string_view>()(text.in(wide_)));
         for (std::size_t at = hash;; ++at) {
             Slot& slot = slots_[at & (slots_.size() - 1)];
             if (slot.row == 0) {
@@ -55,6 +55,7 @@ private:
 
     std::span<const RowContent* const> rows_;
     int column_;
+    std::u16string wide_; // room for a text that lies in bytes
     std::vector<Slot> slots_;
     std::size_t used_ = 0;
 };
@@ -65,13 +66,14 @@ Keys keysOf(std::span<const RowContent* const> rows, int column, ports::Collator
     keys.reserve(rows.size());
     TextTable texts(rows, column);
     std::string bytes;
+    std::u16string wide;
     for (std::uint32_t i = 0; i < rows.size(); ++i) {
         const SortKey* key = rows[i]->sortKey(column);
         if (!key) {
             const RowContent& first = texts.firstLike(i);
             if (!first.sortKey(column)) {
                 bytes.clear();
-                collator.appendSortKey(first.columnText(column), bytes);
+                collator.appendSortKey(first.columnText(column).in(wide), bytes);
                 first.rememberSortKey(SortKey::make(column, bytes));
             }
             key = first.sortKey(column);
@@ -117,7 +119,8 @@ void rankTogether(const Keys& keys) {
 
 const SortKey& sortKeyOf(const RowContent& row, int column, ports::Collator& collator) {
     if (const SortKey* key = row.sortKey(column)) return *key;
-    row.rememberSortKey(SortKey::make(column, collator.sortKey(row.columnText(column))));
+    std::u16string wide;
+    row.rememberSortKey(SortKey::make(column, collator.sortKey(row.columnText(column).in(wide))));
     return *row.sortKey(column);
 }
 

@@ -1,5 +1,6 @@
 // What users pay for commands on many rows: copying, deleting, closing entries.
 
+#include "base/text.h"
 #include "bench/harness.h"
 #include "bench/native/headless_log.h"
 #include "details/expansion.h"
@@ -36,8 +37,8 @@ void fill(HeadlessLog& log, int rows) {
 core::LogViews::ListRef firstList(HeadlessLog& log) { return log.globals().LogViews.first(); }
 
 // The fields of all rows, each with what follows it, as they are in memory.
-std::vector<std::u16string_view> piecesOf(const widgets::ListView& list) {
-    std::vector<std::u16string_view> pieces;
+std::vector<base::CompactTextView> piecesOf(const widgets::ListView& list) {
+    std::vector<base::CompactTextView> pieces;
     for (int row = 1; row <= list.rowCount(); ++row) {
         for (int column = 1; column <= list.columnCount(); ++column) {
             if (column > 1) pieces.push_back(u"\t");
@@ -54,13 +55,15 @@ std::vector<Figure> measureCopy() {
     fill(log, kRows);
     const auto list = firstList(log);
     list->selectAll(true);
-    const std::vector<std::u16string_view> pieces = piecesOf(*list);
+    const std::vector<base::CompactTextView> pieces = piecesOf(*list);
     std::size_t size = 0;
-    for (const std::u16string_view piece : pieces) size += piece.size();
+    for (const base::CompactTextView piece : pieces) size += piece.size();
     const auto copyBytes = [&pieces, size] {
         const auto text = std::make_unique_for_overwrite<char16_t[]>(size);
         char16_t* end = text.get();
-        for (const std::u16string_view piece : pieces) end = std::copy(piece.begin(), piece.end(), end);
+        for (const base::CompactTextView piece : pieces)
+            end = piece.inBytes() ? base::widenAscii(piece.bytes(), end)
+                                  : std::ranges::copy(piece.wide(), end).out;
         if (end != text.get() + size) throw std::logic_error("bytes are missing");
     };
     const Pair pair = medians(

@@ -32,7 +32,7 @@ void StockList::append(const widgets::ListView& model, int row) {
 
 void StockList::insert(const widgets::RowContent& row, int columns) {
     for (int column = 1; column <= columns; ++column) {
-        std::wstring text(wideView(row.columnText(column)));
+        std::wstring text(wideView(std::u16string(row.columnText(column))));
         LVITEMW item{};
         item.mask = LVIF_TEXT;
         item.iItem = count_;

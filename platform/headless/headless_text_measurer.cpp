@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace cvlog::platform::headless {
 
@@ -30,31 +29,31 @@ HeadlessTextMeasurer::Metrics::Metrics(const base::Font& measured) : font(measur
     const auto twips = [height](char16_t unit) {
         return std::int64_t{std::lround(height * partOfHeight(unit))};
     };
-    for (std::size_t i = 0; i < ascii.size(); ++i) ascii[i] = twips(static_cast<char16_t>(i));
+    for (std::size_t i = 0; i < ofByte.size(); ++i) ofByte[i] = twips(static_cast<char16_t>(i));
     other = twips(kFirstFull - 1);
     full = twips(kFirstFull);
 }
 
 std::int64_t HeadlessTextMeasurer::Metrics::advance(char16_t unit) const noexcept {
-    if (unit < ascii.size()) return ascii[unit];
+    if (unit < ofByte.size()) return ofByte[unit];
     return unit >= kFirstFull ? full : other;
 }
 
-// Whether four characters are ASCII is asked at once.
-std::optional<std::int64_t> HeadlessTextMeasurer::Metrics::asciiSum(std::u16string_view text) const noexcept {
-    constexpr std::uint64_t kBeyond = 0xFF80FF80FF80FF80;
+// Eight bytes a turn, as the turning would take longer than the adding.
+std::int64_t HeadlessTextMeasurer::Metrics::sum(std::string_view bytes) const noexcept {
+    constexpr std::size_t kTurn = 8;
+    const auto of = [this](char byte) { return ofByte[static_cast<unsigned char>(byte)]; };
     std::int64_t sum = 0;
-    std::size_t i = 0;
-    for (; i + 4 <= text.size(); i += 4) {
-        std::uint64_t four = 0;
-        std::memcpy(&four, text.data() + i, sizeof four);
-        if ((four & kBeyond) != 0) return std::nullopt;
-        for (std::size_t next = i; next < i + 4; ++next) sum += ascii[text[next]];
-    }
-    for (; i < text.size(); ++i) {
-        if (text[i] >= ascii.size()) return std::nullopt;
-        sum += ascii[text[i]];
-    }
+    for (; bytes.size() >= kTurn; bytes.remove_prefix(kTurn))
+        for (std::size_t i = 0; i < kTurn; ++i) sum += of(bytes[i]);
+    for (const char byte : bytes) sum += of(byte);
+    return sum;
+}
+
+std::int64_t HeadlessTextMeasurer::Metrics::sum(base::CompactTextView text) const noexcept {
+    if (text.inBytes()) return sum(text.bytes());
+    std::int64_t sum = 0;
+    for (const char16_t unit : text.wide()) sum += advance(unit);
     return sum;
 }
 
@@ -66,16 +65,9 @@ std::uint32_t HeadlessTextMeasurer::fontNumber(const base::Font& font) {
     return index + 1;
 }
 
-base::Twips HeadlessTextMeasurer::width(std::uint32_t fontNumber, std::u16string_view text) {
+base::Twips HeadlessTextMeasurer::width(std::uint32_t fontNumber, base::CompactTextView text) {
     ++measured_;
-    const Metrics& metrics = fonts_.at(fontNumber - 1);
-    std::int64_t sum = 0;
-    if (const auto known = metrics.asciiSum(text)) {
-        sum = *known;
-    } else {
-        for (const char16_t unit : text) sum += metrics.advance(unit);
-    }
-    return static_cast<base::Twips>(sum);
+    return static_cast<base::Twips>(fonts_.at(fontNumber - 1).sum(text));
 }
 
 } // namespace cvlog::platform::headless

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 namespace cvlog::platform::headless {
@@ -14,21 +13,21 @@ namespace cvlog::platform::headless {
 class HeadlessTextMeasurer : public ports::TextMeasurer {
 public:
     std::uint32_t fontNumber(const base::Font& font) override;
-    base::Twips width(std::uint32_t fontNumber, std::u16string_view text) override;
+    base::Twips width(std::uint32_t fontNumber, base::CompactTextView text) override;
 
     /// How many texts were measured so far.
     std::uint64_t measured() const noexcept { return measured_; }
 
 private:
-    /// A font with the advances of the ASCII characters and of those beyond, narrow or wide.
+    /// A font with the advances of the first characters and of those beyond, narrow or wide.
     struct Metrics {
         explicit Metrics(const base::Font& measured);
         std::int64_t advance(char16_t unit) const noexcept;
-        /// Nothing when there is any other character.
-        std::optional<std::int64_t> asciiSum(std::u16string_view text) const noexcept;
+        std::int64_t sum(base::CompactTextView text) const noexcept;
+        std::int64_t sum(std::string_view bytes) const noexcept;
 
         base::Font font;
-        std::array<std::int64_t, 0x80> ascii{};
+        std::array<std::int64_t, 0x100> ofByte{}; // of the characters that a byte can tell
         std::int64_t other = 0;
         std::int64_t full = 0;
     };

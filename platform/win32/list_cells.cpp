@@ -1,6 +1,5 @@
 #include "platform/win32/list_cells.h"
 
-#include "base/text.h"
 #include "platform/win32/wide_text.h"
 
 #include <algorithm>
@@ -12,7 +11,7 @@ namespace {
 
 bool isHighSurrogate(char16_t unit) noexcept { return (unit & 0xFC00) == 0xD800; }
 
-std::size_t shownLength(std::u16string_view text, std::size_t most) noexcept {
+std::size_t shownLength(base::CompactTextView text, std::size_t most) noexcept {
     std::size_t length = std::min(text.size(), most);
     if (length < text.size() && length > 0 && isHighSurrogate(text[length - 1])) --length;
     return length;
@@ -23,10 +22,11 @@ wchar_t shownUnit(char16_t unit) noexcept {
 }
 
 /// Fills a buffer of `size` units, the ending NUL included.
-void copyShown(std::u16string_view text, wchar_t* buffer, int size) noexcept {
+void copyShown(base::CompactTextView text, wchar_t* buffer, int size) noexcept {
     if (!buffer || size <= 0) return;
-    text = text.substr(0, shownLength(text, static_cast<std::size_t>(size) - 1));
-    *std::transform(text.begin(), text.end(), buffer, shownUnit) = L'\0';
+    const std::size_t length = shownLength(text, static_cast<std::size_t>(size) - 1);
+    for (std::size_t i = 0; i < length; ++i) buffer[i] = shownUnit(text[i]);
+    buffer[length] = L'\0';
 }
 
 bool hasRow(const widgets::ListView& model, int index) noexcept {
@@ -35,13 +35,13 @@ bool hasRow(const widgets::ListView& model, int index) noexcept {
 
 } // namespace
 
-std::u16string_view iconOf(const widgets::RowContent& row, int column) noexcept {
+base::CompactTextView iconOf(const widgets::RowContent& row, int column) noexcept {
     return column == 1 ? row.smallIcon() : row.cellIcon(column - 1);
 }
 
-void appendShown(std::u16string_view text, std::size_t most, std::wstring& shown) {
-    text = text.substr(0, shownLength(text, most));
-    std::transform(text.begin(), text.end(), std::back_inserter(shown), shownUnit);
+void appendShown(base::CompactTextView text, std::size_t most, std::wstring& shown) {
+    const std::size_t length = shownLength(text, most);
+    for (std::size_t i = 0; i < length; ++i) shown.push_back(shownUnit(text[i]));
 }
 
 void answerCell(const widgets::ListView& model, ListImages& icons, NMLVDISPINFOW& question) {
@@ -50,7 +50,7 @@ void answerCell(const widgets::ListView& model, ListImages& icons, NMLVDISPINFOW
     const widgets::RowContent* row = known ? &model.row(item.iItem + 1) : nullptr;
     const int column = item.iSubItem + 1;
     if (item.mask & LVIF_TEXT)
-        copyShown(row ? row->columnText(column) : std::u16string_view(), item.pszText, item.cchTextMax);
+        copyShown(row ? row->columnText(column) : base::CompactTextView(), item.pszText, item.cchTextMax);
     if (item.mask & LVIF_IMAGE) {
         const int index = row ? icons.indexOf(iconOf(*row, column)) : -1;
         item.iImage = index >= 0 ? index : I_IMAGENONE;
@@ -64,7 +64,7 @@ void answerToolTip(const widgets::ListView& model, NMLVGETINFOTIPW& question) {
     ScreenToClient(question.hdr.hwndFrom, &hit.pt);
     SendMessageW(question.hdr.hwndFrom, LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit));
     if (hit.iItem != question.iItem) return;
-    const std::u16string_view tip = model.row(question.iItem + 1).cellToolTip(hit.iSubItem);
+    const base::CompactTextView tip = model.row(question.iItem + 1).cellToolTip(hit.iSubItem);
     if (!tip.empty()) copyShown(tip, question.pszText, question.cchTextMax);
 }
 
@@ -76,8 +76,7 @@ int findTyped(const widgets::ListView& model, const NMLVFINDITEMW& question) {
     const int searched = question.lvfi.flags & LVFI_WRAP ? count : count - start;
     for (int i = 0; i < searched; ++i) {
         const int index = (start + i) % count;
-        const std::u16string_view text = model.row(index + 1).text();
-        if (base::equalsIgnoringCase(text.substr(0, typed.size()), typed)) return index;
+        if (model.row(index + 1).text().first(typed.size()).equalsIgnoringCase(typed)) return index;
     }
     return -1;
 }

@@ -12,11 +12,11 @@ namespace cvlog::platform::win32 {
 // more, or not yet, is blank: the window hears of changes only when a batch ends.
 
 /// The key of the icon in a column; empty for none.
-std::u16string_view iconOf(const widgets::RowContent& row, int column) noexcept;
+base::CompactTextView iconOf(const widgets::RowContent& row, int column) noexcept;
 
 /// Appends at most `most` units of a text as they are shown: control characters as blanks. Never half a
 /// character.
-void appendShown(std::u16string_view text, std::size_t most, std::wstring& shown);
+void appendShown(base::CompactTextView text, std::size_t most, std::wstring& shown);
 
 /// Text and icon. Control characters are drawn as blanks; what does not fit the window's buffer is cut.
 void answerCell(const widgets::ListView& model, ListImages& icons, NMLVDISPINFOW& question);

@@ -53,9 +53,9 @@ void ListImages::addImage(const ports::Pixels& pixels) {
         throw std::runtime_error("no room for an image");
 }
 
-int ListImages::indexOf(std::u16string_view key) {
+int ListImages::indexOf(base::CompactTextView key) {
     if (!images_ || key.empty()) return -1;
-    const int index = images_->indexOf(key);
+    const int index = images_->indexOf(key.in(key_));
     if (index >= rendered_) update();
     return index < rendered_ ? index : -1;
 }

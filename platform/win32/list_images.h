@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/compact_text_view.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/icon_strip.h"
 #include "widgets/image_list.h"
@@ -18,7 +19,7 @@ public:
     /// Renders what was added to the model's list.
     void update();
     /// The image of a key; -1 for none. New pictures are rendered on the way.
-    int indexOf(std::u16string_view key);
+    int indexOf(base::CompactTextView key);
     /// Null without images.
     HIMAGELIST handle() const noexcept { return handle_.get(); }
     int side() const noexcept { return side_; }
@@ -31,6 +32,7 @@ private:
     void addImage(const ports::Pixels& pixels);
 
     std::shared_ptr<const widgets::ImageList> images_;
+    std::u16string key_; // room for one that was given in bytes
     int side_ = 0;
     int rendered_ = 0;
     ImageListHandle handle_;

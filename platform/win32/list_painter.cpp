@@ -194,7 +194,7 @@ void ListPainter::drawCell(HDC dc, int index, int column, const RECT& cell) {
         room.area.left = drawIcon(dc, icon, cell) + toPixels(kIconGap, dpi_);
     else
         room.area.left += toPixels(atLeft ? kTextMargin : kEndMargin, dpi_);
-    const std::u16string_view text = row.columnText(column);
+    const base::CompactTextView text = row.columnText(column);
     if (text.empty() || room.area.left >= room.area.right) return;
     if (drawPlain(dc, index, column, room)) return;
     takeText(text, room);
@@ -203,7 +203,7 @@ void ListPainter::drawCell(HDC dc, int index, int column, const RECT& cell) {
 
 /// Draws a text by its glyphs, when it is of the plain kind and was measured to fit.
 bool ListPainter::drawPlain(HDC dc, int index, int column, const Room& room) {
-    const std::u16string_view text = model_.row(index + 1).columnText(column);
+    const base::CompactTextView text = model_.row(index + 1).columnText(column);
     if (!measuredHere_ || text.size() > kLongestDrawn || !plainGlyphs_.find(text, glyphs_)) return false;
     const int width = toPixels(model_.cellWidth(index + 1, column), dpi_);
     if (width > room.area.right - room.area.left) return false;
@@ -213,7 +213,7 @@ bool ListPainter::drawPlain(HDC dc, int index, int column, const Room& room) {
                        nullptr) != FALSE;
 }
 
-void ListPainter::takeText(std::u16string_view text, const Room& room) {
+void ListPainter::takeText(base::CompactTextView text, const Room& room) {
     const int width = static_cast<int>(room.area.right - room.area.left);
     text_.clear();
     appendShown(text, std::max(kLongestDrawn, static_cast<std::size_t>(width)), text_);

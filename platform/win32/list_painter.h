@@ -50,7 +50,7 @@ private:
     /// Answers where the icon ends.
     int drawIcon(HDC dc, int icon, const RECT& cell) const noexcept;
     bool drawPlain(HDC dc, int index, int column, const Room& room);
-    void takeText(std::u16string_view text, const Room& room);
+    void takeText(base::CompactTextView text, const Room& room);
     bool drawSqueezed(HDC dc, int index, int column, const Room& room);
     void drawCut(HDC dc, const Room& room);
 

@@ -22,12 +22,18 @@ void PlainGlyphs::lookUp(HDC dc) {
               std::find(glyphs_.begin(), glyphs_.end(), kNoGlyph) == glyphs_.end();
 }
 
-bool PlainGlyphs::find(std::u16string_view text, std::vector<WORD>& glyphs) const {
+bool PlainGlyphs::find(base::CompactTextView text, std::vector<WORD>& glyphs) const {
     if (!usable_) return false;
+    return text.inBytes() ? findEach(text.bytes(), glyphs) : findEach(text.wide(), glyphs);
+}
+
+template <class Text>
+bool PlainGlyphs::findEach(Text text, std::vector<WORD>& glyphs) const {
     glyphs.resize(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] < kFirst || text[i] >= kEnd) return false;
-        glyphs[i] = glyphs_[text[i] - kFirst];
+        const auto place = static_cast<std::size_t>(text[i]) - kFirst; // huge for what comes before the first
+        if (place >= glyphs_.size()) return false;
+        glyphs[i] = glyphs_[place];
     }
     return true;
 }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "base/compact_text_view.h"
 #include "platform/win32/windows_headers.h"
 
 #include <array>
-#include <string_view>
 #include <vector>
 
 namespace cvlog::platform::win32 {
@@ -15,9 +15,12 @@ public:
     /// Takes the font that the context draws with.
     void lookUp(HDC dc);
     /// False, and the glyphs mean nothing, for a text that has to be drawn by its characters.
-    bool find(std::u16string_view text, std::vector<WORD>& glyphs) const;
+    bool find(base::CompactTextView text, std::vector<WORD>& glyphs) const;
 
 private:
+    template <class Text>
+    bool findEach(Text text, std::vector<WORD>& glyphs) const;
+
     static constexpr std::size_t kFirst = 0x20;
     static constexpr std::size_t kEnd = 0x7F;
     std::array<WORD, kEnd - kFirst> glyphs_{};

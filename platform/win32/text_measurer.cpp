@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <stdexcept>
+#include <type_traits>
 
 namespace cvlog::platform::win32 {
 
@@ -53,15 +54,19 @@ public:
 
     const base::Font& font() const noexcept { return font_; }
 
-    int width(std::u16string_view text) {
-        if (const std::int64_t usual = usualSum(text); usual < kUnusual) return static_cast<int>(usual);
+    int width(base::CompactTextView text) {
+        const std::int64_t usual = text.inBytes() ? usualSum(text.bytes()) : usualSum(text.wide());
+        return usual < kUnusual ? static_cast<int>(usual) : unusualWidth(text.in(wide_));
+    }
+
+private:
+    int unusualWidth(std::u16string_view text) {
         if (addsUp_)
             if (const auto known = knownSum(text)) return *known;
         const Selected selected(*this);
         return addsUp_ && std::all_of(text.begin(), text.end(), isSimple) ? sum(text) : extent(text);
     }
 
-private:
     struct Selected {
         explicit Selected(const MeasuredFont& font)
             : dc(font.dc_), previous(SelectObject(dc, font.handle_.get())) {}
@@ -100,10 +105,12 @@ private:
 
     /// Of a text of plain ASCII, which most are; kUnusual or more for any other. Looks at the whole text before
     /// it decides: without a branch for each character that takes half the time.
-    std::int64_t usualSum(std::u16string_view text) const noexcept {
+    template <class Text>
+    std::int64_t usualSum(Text text) const noexcept {
         std::int64_t total = 0;
         unsigned units = 0;
-        for (const char16_t unit : text) {
+        for (const auto each : text) {
+            const auto unit = static_cast<std::make_unsigned_t<decltype(each)>>(each);
             total += usual_[unit % kUsualCount];
             units |= unit;
         }
@@ -126,6 +133,7 @@ private:
     base::Font font_;
     FontHandle handle_;
     bool addsUp_ = false;
+    std::u16string wide_;                         // room for what was given in bytes
     std::array<std::int64_t, kUsualCount> usual_; // advances, or kUnusual where they do not add up
     std::array<std::unique_ptr<Page>, 0x10000 / kPageSize> pages_;
 };
@@ -146,9 +154,9 @@ std::uint32_t TextMeasurer::fontNumber(const base::Font& font) {
     return static_cast<std::uint32_t>(fonts_.size());
 }
 
-base::Twips TextMeasurer::width(std::uint32_t fontNumber, std::u16string_view text) {
+base::Twips TextMeasurer::width(std::uint32_t fontNumber, base::CompactTextView text) {
     MeasuredFont& font = *fonts_.at(static_cast<std::size_t>(fontNumber) - 1);
-    const int pixels = font.width(text.substr(0, kLongestMeasured));
+    const int pixels = font.width(text.first(kLongestMeasured));
     const auto index = static_cast<std::size_t>(pixels);
     return index < twips_.size() ? twips_[index] : toTwips(pixels, dpi_);
 }

@@ -20,7 +20,7 @@ public:
     TextMeasurer();
     ~TextMeasurer() override;
     std::uint32_t fontNumber(const base::Font& font) override;
-    base::Twips width(std::uint32_t fontNumber, std::u16string_view text) override;
+    base::Twips width(std::uint32_t fontNumber, base::CompactTextView text) override;
 
 private:
     class MeasuredFont;

@@ -1,5 +1,7 @@
 #include "base/compact_text.h"
 
+#include "base/text.h"
+
 #include <gtest/gtest.h>
 
 namespace cvlog::base {
@@ -49,6 +51,19 @@ TEST(CompactText, TakesControlCharactersAndMalformedBytes) {
     EXPECT_TRUE(text.isAscii());
     text.appendUtf8("\x80");
     EXPECT_EQ(text.wide(), (std::u16string{u'\0', u'\t', u'\uFFFD'}));
+}
+
+TEST(AsciiBytes, AreKnownAtEveryPlaceOfTextsOfEveryLength) {
+    for (std::size_t size = 0; size <= 40; ++size) {
+        const std::string plain(size, '\x7F');
+        EXPECT_TRUE(isAscii(plain)) << size;
+        for (std::size_t place = 0; place < size; ++place)
+            for (const char beyond : {'\x80', '\xC3', '\xFF'}) {
+                std::string text = plain;
+                text[place] = beyond;
+                EXPECT_FALSE(isAscii(text)) << size << ", " << place;
+            }
+    }
 }
 
 } // namespace

@@ -267,9 +267,9 @@ TEST_F(Adding, GivesListsTheirIconsAndSortedOnesTheirSortIcon) {
 TEST_F(Adding, ShowsAnUnknownEntityIconAsNone) {
     world.host.types[u"PROG"]->set(u"KeyName", u"never loaded");
     EXPECT_NO_THROW(world.add({u"", 0, u"P1", u"", u""}));
-    EXPECT_EQ(
-        world.list().smallIcons()->indexOf(world.list().row(1).cellIcon(world.list().row(1).cellOf(u"Name"))),
-        -1);
+    EXPECT_EQ(world.list().smallIcons()->indexOf(
+                  std::u16string(world.list().row(1).cellIcon(world.list().row(1).cellOf(u"Name")))),
+              -1);
 }
 
 TEST_F(Adding, EndsAfterTheRecordWhenThereIsNoList) {

@@ -95,9 +95,8 @@ protected:
             ASSERT_EQ(list->rowCount(), static_cast<int>(oracle_.rows.size()));
             for (int position = 1; position <= list->rowCount(); ++position) {
                 const OracleRow& expected = oracle_.rows[static_cast<std::size_t>(position - 1)];
-                ASSERT_EQ(base::toUtf8(list->row(position).text()), expected.date) << "row " << position;
-                ASSERT_EQ(base::toUtf8(list->row(position).cellText(6)), expected.message)
-                    << "row " << position;
+                ASSERT_EQ(list->row(position).text().toUtf8(), expected.date) << "row " << position;
+                ASSERT_EQ(list->row(position).cellText(6).toUtf8(), expected.message) << "row " << position;
             }
             ASSERT_EQ(list->sorted(), oracle_.sortColumn != 0);
             checkWidths(*list);

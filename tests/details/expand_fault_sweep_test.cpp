@@ -71,7 +71,7 @@ TEST(ExpandFaultSweep, LeavesNothingBehindWhateverCallFails) {
 class TiringMeasurer : public ports::TextMeasurer {
 public:
     std::uint32_t fontNumber(const base::Font&) override { return 77; } // nobody else's
-    base::Twips width(std::uint32_t, std::u16string_view) override {
+    base::Twips width(std::uint32_t, base::CompactTextView) override {
         if (++calls == failsAt) throw std::bad_alloc();
         return 100;
     }

@@ -165,7 +165,7 @@ TEST_F(Expansion, PutsThePointerOfTheSameHostBackWhenTheLogIsClosedMeanwhile) {
 class FailingMeasurer : public ports::TextMeasurer {
 public:
     std::uint32_t fontNumber(const base::Font&) override { return 1; }
-    base::Twips width(std::uint32_t, std::u16string_view) override {
+    base::Twips width(std::uint32_t, base::CompactTextView) override {
         if (fails) throw std::bad_alloc();
         return 100;
     }

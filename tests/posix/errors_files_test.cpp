@@ -52,7 +52,7 @@ protected:
     }
     void expand() { ExpandEntry(world.globals, world.view(), kOnDisk); }
     Texts messages(std::size_t list = 0) { return world.messages(list, kOnDisk); }
-    std::u16string_view reference(std::size_t list = 0) { return world.list(list).row(kOnDisk).cellTag(6); }
+    base::CompactTextView reference(std::size_t list = 0) { return world.list(list).row(kOnDisk).cellTag(6); }
 
     static constexpr int kOnDisk = ExpansionWorld::kEntries + 1;
     ExpansionWorld world{2};

@@ -42,7 +42,7 @@ protected:
         for (int row = 1; row <= list.rowCount(); ++row) {
             if (list.rowKey(row).empty()) continue;
             lines += (lines.empty() ? "" : "\n") + base::toUtf8(list.rowKey(row).substr(1)) + ":";
-            for (const char unit : base::toUtf8(list.row(row).text())) {
+            for (const char unit : list.row(row).text().toUtf8()) {
                 const auto byte = static_cast<unsigned char>(unit);
                 (lines += kDigits[byte >> 4]) += kDigits[byte & 15];
             }

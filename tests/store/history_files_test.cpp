@@ -147,7 +147,8 @@ TEST_F(HistoryFiles, WhatAnotherProgramDidShowsWhenTheHistoryIsOpenedAgain) {
                       "ReturnMessage) values ('RC 7. d', 0), ('RC 7. e', 1)"),
                   "");
         EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3");
-        EXPECT_TRUE(window.lvHistory()->row(2).text().ends_with(u"b")) << "as it was when it was opened";
+        EXPECT_TRUE(window.lvHistory()->row(2).text().toUtf8().ends_with("b"))
+            << "as it was when it was opened";
         removeRows(window, {4});
     });
     inHistory([&](FrmLogHistory& window) {
@@ -194,7 +195,7 @@ TEST_F(HistoryFiles, ALongTextIsShownWhole) {
          "where RecordNum = 2");
     inHistory([&](FrmLogHistory& window) {
         EXPECT_EQ(window.lvHistory()->row(2).text().size(), 1'000'008U);
-        EXPECT_TRUE(window.lvHistory()->row(2).text().ends_with(u"mend"));
+        EXPECT_TRUE(window.lvHistory()->row(2).text().toUtf8().ends_with("mend"));
     });
     closeLog();
 }

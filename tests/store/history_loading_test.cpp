@@ -136,8 +136,9 @@ TEST(HistoryLoading, NamesTheSessionInTheUsersLanguage) {
     HistoryList history;
     history.world.globals.platform.language = resources::Language::Japanese;
     history.load(0);
-    EXPECT_NE(history.list.row(1).text().find(resources::text(resources::Language::Japanese, 514)),
-              std::u16string::npos);
+    EXPECT_NE(
+        std::u16string(history.list.row(1).text()).find(resources::text(resources::Language::Japanese, 514)),
+        std::u16string::npos);
 }
 
 struct CodeCase {

@@ -38,7 +38,7 @@ std::vector<std::string> ExpansionWorld::messages(std::size_t index, int entry) 
     std::vector<std::string> texts;
     const widgets::ListView& from = list(index);
     for (int row = entry + 1; row <= from.rowCount() && core::IsChildRow(from.row(row)); ++row)
-        texts.push_back(base::toUtf8(from.row(row).cellText(6)));
+        texts.push_back(from.row(row).cellText(6).toUtf8());
     return texts;
 }
 
@@ -90,11 +90,11 @@ void expectShown(const widgets::ListView& list) {
 
 void expectMessagesBelowTheirEntry(LogWorld& world) {
     for (const auto& list : world.globals.LogViews.all()) {
-        std::u16string_view object = u"no entry";
+        std::u16string object = u"no entry";
         for (int position = 1; position <= list->rowCount(); ++position) {
             const widgets::RowContent& row = list->row(position);
             const bool isChild = core::IsChildRow(row);
-            if (!isChild) object = row.tag();
+            if (!isChild) object = std::u16string(row.tag());
             if (isChild && !row.cellTag(row.cellOf(u"Num")).empty()) { // the row on hidden ones has no object
                 ASSERT_EQ(row.cellTag(row.cellOf(u"ObjID")), object) << "row " << position;
             }

@@ -59,12 +59,11 @@ std::unique_ptr<LogWorld> openWorld(std::size_t controls, bool quiet) {
 }
 
 std::string rowText(const widgets::RowContent& row) {
-    std::string text =
-        base::toUtf8(row.text()) + "|" + base::toUtf8(row.tag()) + "|" + base::toUtf8(row.smallIcon());
+    std::string text = row.text().toUtf8() + "|" + row.tag().toUtf8() + "|" + row.smallIcon().toUtf8();
     for (int cell = 1; cell <= row.cellCount(); ++cell) {
-        text += "|" + base::toUtf8(row.cellKey(cell)) + "=" + base::toUtf8(row.cellText(cell));
-        if (!row.cellTag(cell).empty()) text += "{" + base::toUtf8(row.cellTag(cell)) + "}";
-        if (!row.cellIcon(cell).empty()) text += "[" + base::toUtf8(row.cellIcon(cell)) + "]";
+        text += "|" + base::toUtf8(row.cellKey(cell)) + "=" + row.cellText(cell).toUtf8();
+        if (!row.cellTag(cell).empty()) text += "{" + row.cellTag(cell).toUtf8() + "}";
+        if (!row.cellIcon(cell).empty()) text += "[" + row.cellIcon(cell).toUtf8() + "]";
     }
     return text;
 }

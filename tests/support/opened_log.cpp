@@ -9,15 +9,13 @@ namespace cvlog::tests {
 
 namespace {
 
-std::string nameOf(const widgets::RowContent& row) {
-    return base::toUtf8(row.cellText(row.cellOf(u"Message")));
-}
+std::string nameOf(const widgets::RowContent& row) { return row.cellText(row.cellOf(u"Message")).toUtf8(); }
 
 widgets::RowPtr childOf(const widgets::RowContent& entry, int number) {
     widgets::Row row{{}, u"expansion", {}, {}};
     for (const char16_t* key : {u"ObjID", u"Num", u"Type", u"Name", u"Result", u"Message"})
         row.cells.push_back({key, {}, {}, {}, {}});
-    row.cell(u"ObjID")->tag = entry.tag();
+    row.cell(u"ObjID")->tag = std::u16string(entry.tag());
     row.cell(u"Num")->tag = base::decimal(number);
     row.cell(u"Message")->text = base::fromUtf8(nameOf(entry)) + u"." + base::decimal(number);
     return widgets::makeRow(row);

@@ -43,7 +43,7 @@ private:
 
 class MeasurerThatMayFail : public platform::headless::HeadlessTextMeasurer {
 public:
-    base::Twips width(std::uint32_t font, std::u16string_view text) override {
+    base::Twips width(std::uint32_t font, base::CompactTextView text) override {
         if (fails) throw std::runtime_error("no font");
         return HeadlessTextMeasurer::width(font, text);
     }

@@ -145,8 +145,8 @@ TEST(RowRanking, RanksAsTheKeysCompare) {
     for (int i = 0; i < 40'000; ++i) {
         const std::size_t left = random() % rows.size();
         const std::size_t right = random() % rows.size();
-        const std::string leftKey = collator.sortKey(contents[left]->text());
-        const std::string rightKey = collator.sortKey(contents[right]->text());
+        const std::string leftKey = collator.sortKey(std::u16string(contents[left]->text()));
+        const std::string rightKey = collator.sortKey(std::u16string(contents[right]->text()));
         ASSERT_EQ(ranked.ranks[left] < ranked.ranks[right], leftKey < rightKey);
         ASSERT_EQ(ranked.ranks[left] == ranked.ranks[right], leftKey == rightKey);
     }

@@ -118,7 +118,7 @@ TEST_F(ListViewTest, MeasuresAModelAnewOnceTheRowsThatWereLikeItHaveGone) {
 TEST_F(ListViewTest, MeasuresAModelAgainWhoseMeasuringFailed) {
     class Measurer : public platform::headless::HeadlessTextMeasurer {
     public:
-        base::Twips width(std::uint32_t font, std::u16string_view text) override {
+        base::Twips width(std::uint32_t font, base::CompactTextView text) override {
             if (fails && text == u"cell") throw std::runtime_error("no measure");
             return HeadlessTextMeasurer::width(font, text);
         }

@@ -171,6 +171,36 @@ TEST(RowLikeAnother, MayBeTheModelOfAThird) {
     EXPECT_EQ(row->smallIcon(), u"icon");
 }
 
+TEST(RowContent, LiesInBytesWhenAllItsTextsAreAscii) {
+    EXPECT_TRUE(makeRow(sampleRow())->text().inBytes());
+    Row wide = sampleRow();
+    wide.cells[1].toolTip = u"\u65E5";
+    const RowPtr row = makeRow(wide);
+    EXPECT_FALSE(row->text().inBytes()) << "one text is enough";
+    EXPECT_EQ(row->edit(), wide);
+    EXPECT_TRUE(row->withCell(2, CellField::ToolTip, u"day")->text().inBytes());
+    EXPECT_FALSE(makeRow(sampleRow())->with(RowField::Tag, u"t\u00E4g")->text().inBytes());
+}
+
+TEST(RowLikeAnother, LiesInBytesWhenItsOwnTextsAreAscii) {
+    Row sample = sampleRow();
+    sample.tag = u"t\u00E4g";
+    const RowPtr model = makeRow(sample);
+    const OwnText ascii[] = {{RowField::Text, std::string_view("own")}, {1, CellField::Text, u"also own"}};
+    const RowPtr row = makeRowLike(model, ascii);
+    EXPECT_TRUE(row->text().inBytes());
+    EXPECT_TRUE(row->cellText(1).inBytes()) << "also what was given in UTF-16";
+    EXPECT_FALSE(row->tag().inBytes()) << "it is the model's";
+    EXPECT_EQ(row->text(), u"own");
+    EXPECT_EQ(row->cellText(1), u"also own");
+    EXPECT_EQ(row->tag(), u"t\u00E4g");
+    const OwnText mixed[] = {{RowField::Text, std::string_view("own")}, {1, CellField::Text, u"\xD83D"}};
+    const RowPtr other = makeRowLike(model, mixed);
+    EXPECT_FALSE(other->text().inBytes());
+    EXPECT_EQ(other->text(), u"own");
+    EXPECT_EQ(other->cellText(1), u"\xD83D") << "half of a pair is kept";
+}
+
 TEST(RowLikeAnother, KnowsWhichColumnsMayDiffer) {
     const RowPtr row = likeSample(makeRow(sampleRow()));
     std::string own;
@@ -180,9 +210,10 @@ TEST(RowLikeAnother, KnowsWhichColumnsMayDiffer) {
     std::vector<int> columns;
     std::u16string texts;
     std::vector<float> widths;
-    row->visitOwnColumns(1, {}, [&](int column, std::u16string_view text, float& width) {
+    row->visitOwnColumns(1, {}, [&](int column, base::CompactTextView text, float& width) {
         columns.push_back(column);
-        texts.append(text).append(1, u'.');
+        text.appendTo(texts);
+        texts += u'.';
         widths.push_back(std::exchange(width, 7.0F));
     });
     EXPECT_EQ(columns, (std::vector<int>{2, 3}));
