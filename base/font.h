@@ -4,11 +4,16 @@
 
 namespace cvlog::base {
 
+// Weights of fonts.
+inline constexpr int kNormalWeight = 400;
+inline constexpr int kBoldWeight = 700;
+inline constexpr int kBoldFrom = 551; // where systems begin to call a weight bold
+
 /// A font by its properties. A platform makes the real one.
 struct Font {
     std::u16string face = u"MS Shell Dlg 2";
     float points = 8.25F;
-    int weight = 400;
+    int weight = kNormalWeight;
     bool italic = false;
     bool underline = false;
     bool strikethrough = false;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int32_t kObjectModified = 1;
 constexpr std::u16string_view kName = u"Name";
-constexpr std::u16string_view kMessage = u"Message";
+constexpr std::u16string_view kMessageTag = u"Message";
 
 class RepositorySink : public automation::EventSink {
 public:
@@ -58,10 +58,10 @@ std::vector<widgets::RowId> clearReferences(core::Globals& globals, widgets::Lis
     std::vector<widgets::RowId> open;
     FileLookup files(globals.platform.files);
     for (int row = list.rowCount(); row >= 1; --row) {
-        const base::CompactTextView path = tagOf(list.row(row), kMessage);
+        const base::CompactTextView path = tagOf(list.row(row), kMessageTag);
         const bool concerned = !path.empty() && tagOf(list.row(row), kName).equalsIgnoringCase(objectId);
         if (!concerned || files.exists(path)) continue;
-        list.setCellTag(row, kMessage, {});
+        list.setCellTag(row, kMessageTag, {});
         if (core::IsExpanded(list, row)) open.push_back(list.idAt(row));
     }
     return open;

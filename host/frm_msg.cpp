@@ -8,7 +8,7 @@ namespace cvlog::host {
 
 namespace {
 
-using Layout = resources::AlertLayout;
+using resources::AlertLayout;
 
 constexpr int kOkCaption = 126;
 constexpr int kAlertText = 127;
@@ -23,12 +23,13 @@ public:
         const auto text = [&](int id) {
             return std::u16string(resources::text(globals.platform.language, id));
         };
-        form_.setClientSize(Layout::kClient.width, Layout::kClient.height);
+        form_.setClientSize(AlertLayout::kClient.width, AlertLayout::kClient.height);
         std::shared_ptr<const ports::Picture> picture;
         base::ignoring([&] { picture = globals.platform.pictures.builtIn(u"Alert"); });
-        form_.add(widgets::PictureBox{Layout::kPicture, std::move(picture)});
-        form_.add(widgets::Label{Layout::kText, text(kAlertText)});
-        form_.add(widgets::Button{Layout::kOk, text(kOkCaption), true, true, [this] { form_.unload(); }});
+        form_.add(widgets::PictureBox{AlertLayout::kPicture, std::move(picture)});
+        form_.add(widgets::Label{AlertLayout::kText, text(kAlertText)});
+        form_.add(
+            widgets::Button{AlertLayout::kOk, text(kOkCaption), true, true, [this] { form_.unload(); }});
         Timer1_.enable();
     }
 

@@ -9,8 +9,6 @@ using automation::AutomationError;
 constexpr float kLargestPoints = 2000; // more than any system draws
 constexpr int kLargestWeight = 1000;
 constexpr int kLargestCharset = 255;
-constexpr int kBoldFrom = 551; // where systems begin to call a weight bold
-constexpr int kBoldWeight = 700;
 
 void require(bool valid) {
     if (!valid) throw AutomationError(automation::code::kInvalidPropertyValue, u"Invalid property value");
@@ -30,7 +28,7 @@ base::Font readMembers(automation::Object& object) {
     require(font.weight >= 0 && font.weight <= kLargestWeight);
     require(font.charset >= 0 && font.charset <= kLargestCharset);
     // An object that does not couple the two says what it means with the simpler one.
-    if (bold && font.weight < kBoldFrom) font.weight = kBoldWeight;
+    if (bold && font.weight < base::kBoldFrom) font.weight = base::kBoldWeight;
     return font;
 }
 

@@ -17,7 +17,7 @@ namespace cvlog::store {
 namespace {
 
 constexpr int kDeletingCaption = 500;
-constexpr int kCaption = 501;
+constexpr int kCaptionAfterwards = 501;
 
 void setCaption(core::Globals& globals, FrmLogHistory& window, int id) {
     base::ignoring([&] { window.form().setCaption(resources::text(globals.platform.language, id)); });
@@ -96,7 +96,7 @@ bool focusIsOnSeparator(const widgets::ListView& list) {
 
 void DeleteHistoryRecords(core::Globals& globals, FrmLogHistory& window) {
     const std::shared_ptr<FrmLogHistory> keep = window.shared_from_this();
-    const base::ScopeExit caption([&] { setCaption(globals, window, kCaption); });
+    const base::ScopeExit caption([&] { setCaption(globals, window, kCaptionAfterwards); });
     setCaption(globals, window, kDeletingCaption);
     widgets::ListView& list = *window.lvHistory();
     if (focusIsOnSeparator(list))

@@ -18,7 +18,7 @@ namespace {
 using core::Globals;
 using hostapi::HostName;
 
-constexpr std::u16string_view kSection = u"Activity Log";
+constexpr std::u16string_view kLogSection = u"Activity Log";
 constexpr std::u16string_view kVisible = u"Visible";
 
 bool hasColumn(Database& database, std::u16string_view column) {
@@ -82,13 +82,13 @@ std::int32_t loadEntityIcons(Globals& globals) {
 void restoreVisibility(Globals& globals) {
     const std::u16string product = globals.store.Workspace.productName();
     globals.LogWindowVisible =
-        base::equalsIgnoringCase(globals.platform.settings.get(product, kSection, kVisible, u"1"), u"1");
+        base::equalsIgnoringCase(globals.platform.settings.get(product, kLogSection, kVisible, u"1"), u"1");
 }
 
 void saveVisibility(Globals& globals) {
     const hostapi::Workspace& workspace = globals.store.Workspace;
     if (!workspace.name(HostName::ProjectName).empty())
-        globals.platform.settings.save(workspace.productName(), kSection, kVisible,
+        globals.platform.settings.save(workspace.productName(), kLogSection, kVisible,
                                        globals.LogWindowVisible ? u"1" : u"0");
 }
 

@@ -17,7 +17,13 @@ constexpr std::size_t kLongestBody = 1024;
 constexpr float kLargestPoints = 2000;
 constexpr int kLargestWeight = 1000;
 
-enum Stored : std::uint16_t { kBackColor = 1, kForeColor = 2, kEnabled = 4, kFont = 8, kAll = 15 };
+enum Stored : std::uint16_t {
+    kStoredBackColor = 1,
+    kStoredForeColor = 2,
+    kStoredEnabled = 4,
+    kStoredFont = 8,
+    kAllStored = 15
+};
 enum Style : std::uint8_t { kItalic = 1, kUnderline = 2, kStrikethrough = 4, kAllStyles = 7 };
 
 void require(bool sound) {
@@ -95,10 +101,10 @@ bool readTruth(Reader& reader) {
 std::uint16_t storedValues(const ControlProperties& properties) {
     const ControlProperties defaults;
     int values = 0;
-    if (properties.backColor != defaults.backColor) values |= kBackColor;
-    if (properties.foreColor != defaults.foreColor) values |= kForeColor;
-    if (properties.enabled != defaults.enabled) values |= kEnabled;
-    if (properties.font) values |= kFont;
+    if (properties.backColor != defaults.backColor) values |= kStoredBackColor;
+    if (properties.foreColor != defaults.foreColor) values |= kStoredForeColor;
+    if (properties.enabled != defaults.enabled) values |= kStoredEnabled;
+    if (properties.font) values |= kStoredFont;
     return static_cast<std::uint16_t>(values);
 }
 
@@ -107,10 +113,10 @@ std::uint16_t storedValues(const ControlProperties& properties) {
 std::vector<std::uint8_t> encodeProperties(const ControlProperties& properties) {
     const std::uint16_t values = storedValues(properties);
     Writer body;
-    if (values & kBackColor) body.number(properties.backColor);
-    if (values & kForeColor) body.number(properties.foreColor);
-    if (values & kEnabled) body.number(static_cast<std::uint8_t>(properties.enabled ? 1 : 0));
-    if (values & kFont) writeFont(body, hostapi::FontObject(properties.font).read());
+    if (values & kStoredBackColor) body.number(properties.backColor);
+    if (values & kStoredForeColor) body.number(properties.foreColor);
+    if (values & kStoredEnabled) body.number(static_cast<std::uint8_t>(properties.enabled ? 1 : 0));
+    if (values & kStoredFont) writeFont(body, hostapi::FontObject(properties.font).read());
     Writer whole;
     whole.number(kMark);
     whole.number(static_cast<std::uint32_t>(body.bytes.size()));
@@ -129,17 +135,17 @@ ControlProperties decodeProperties(const ByteSource& source, ports::Fonts& fonts
     require(size <= kLongestBody);
     require(head.number<std::uint16_t>() == kVersion);
     const auto values = head.number<std::uint16_t>();
-    require((values & ~kAll) == 0);
+    require((values & ~kAllStored) == 0);
 
     bytes.resize(size);
     source(bytes);
     Reader body(bytes);
     ControlProperties properties;
-    if (values & kBackColor) properties.backColor = body.number<std::uint32_t>();
-    if (values & kForeColor) properties.foreColor = body.number<std::uint32_t>();
-    if (values & kEnabled) properties.enabled = readTruth(body);
+    if (values & kStoredBackColor) properties.backColor = body.number<std::uint32_t>();
+    if (values & kStoredForeColor) properties.foreColor = body.number<std::uint32_t>();
+    if (values & kStoredEnabled) properties.enabled = readTruth(body);
     std::optional<base::Font> font;
-    if (values & kFont) font = readFont(body);
+    if (values & kStoredFont) font = readFont(body);
     require(body.atEnd());
     if (font) properties.font = fonts.make(*font);
     return properties;

@@ -3,6 +3,7 @@
 #include "automation/error.h"
 #include "automation/member_builders.h"
 #include "base/text.h"
+#include "view/colour_bits.h"
 #include "view/column_headers_object.h"
 #include "view/list_items_object.h"
 #include "view/log_control_ids.h"
@@ -103,10 +104,6 @@ int ListObject::firstVisible() const {
     return live->peer() ? live->peer()->topRow() : 0;
 }
 
-std::int32_t bits(std::uint32_t colour) { return static_cast<std::int32_t>(colour); }
-
-std::uint32_t colour(const Value& value) { return static_cast<std::uint32_t>(value.as<std::int32_t>()); }
-
 /// What is as it is, for as long as the list is there.
 template <class Fact>
 Member fixed(std::u16string_view name, std::int32_t id, Type type, Fact fact) {
@@ -155,18 +152,18 @@ const DispatchTable& ListObject::dispatchTable() const {
                      [](Self& self, std::span<Value>) { self.list()->takeFocus(); }),
         // Looks and window, with the ids that every control has for them.
         readable<Self>(u"BackColor", kBackColorId, Type::Colour,
-                       [](Self& self) { return bits(self.list()->colours().back); }),
+                       [](Self& self) { return toBits(self.list()->colours().back); }),
         settable<Self>(u"BackColor", kBackColorId, Type::Colour,
                        [](Self& self, const Value& value) {
                            const ListRef list = self.list();
-                           list->setColours({colour(value), list->colours().fore});
+                           list->setColours({fromBits(value), list->colours().fore});
                        }),
         readable<Self>(u"ForeColor", kForeColorId, Type::Colour,
-                       [](Self& self) { return bits(self.list()->colours().fore); }),
+                       [](Self& self) { return toBits(self.list()->colours().fore); }),
         settable<Self>(u"ForeColor", kForeColorId, Type::Colour,
                        [](Self& self, const Value& value) {
                            const ListRef list = self.list();
-                           list->setColours({list->colours().back, colour(value)});
+                           list->setColours({list->colours().back, fromBits(value)});
                        }),
         readable<Self>(u"Font", kFontId, Type::Object, [](Self& self) { return self.font().object(); }),
         settable<Self>(u"Font", kFontId, Type::Object,

@@ -2,6 +2,7 @@
 
 #include "automation/error.h"
 #include "automation/member_builders.h"
+#include "view/colour_bits.h"
 #include "view/log_control.h"
 #include "view/log_control_ids.h"
 
@@ -10,10 +11,6 @@ namespace cvlog::view {
 using namespace automation;
 
 namespace {
-
-std::int32_t bits(std::uint32_t colour) { return static_cast<std::int32_t>(colour); }
-
-std::uint32_t colour(const Value& value) { return static_cast<std::uint32_t>(value.as<std::int32_t>()); }
 
 void refuseHandle(const LogControl& control) {
     if (control.designMode()) throw AutomationError(code::kSetNotPermitted, u"Set not permitted");
@@ -26,16 +23,16 @@ const DispatchTable& LogControl::members() {
     using Self = LogControl;
     static const DispatchTable table = {
         readable<Self>(u"BackColor", kBackColorId, Type::Colour,
-                       [](Self& self) { return bits(self.lvLog().colours().back); }),
+                       [](Self& self) { return toBits(self.lvLog().colours().back); }),
         settable<Self>(u"BackColor", kBackColorId, Type::Colour,
-                       [](Self& self, const Value& value) { self.setBackColor(colour(value)); }),
+                       [](Self& self, const Value& value) { self.setBackColor(fromBits(value)); }),
         readable<Self>(u"Font", kFontId, Type::Object, [](Self& self) { return self.font(); }),
         settable<Self>(u"Font", kFontId, Type::Object,
                        [](Self& self, const Value& value) { self.setFont(value.as<ObjectRef>()); }),
         readable<Self>(u"ForeColor", kForeColorId, Type::Colour,
-                       [](Self& self) { return bits(self.lvLog().colours().fore); }),
+                       [](Self& self) { return toBits(self.lvLog().colours().fore); }),
         settable<Self>(u"ForeColor", kForeColorId, Type::Colour,
-                       [](Self& self, const Value& value) { self.setForeColor(colour(value)); }),
+                       [](Self& self, const Value& value) { self.setForeColor(fromBits(value)); }),
         readable<Self>(u"Enabled", kEnabledId, Type::Boolean,
                        [](Self& self) { return self.lvLog().enabled(); }),
         settable<Self>(u"Enabled", kEnabledId, Type::Boolean,

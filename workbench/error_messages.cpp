@@ -6,6 +6,7 @@
 #include "workbench/failure.h"
 #include "workbench/table.h"
 #include "workbench/text.h"
+#include "workbench/xml_attribute.h"
 
 namespace workbench {
 
@@ -58,11 +59,6 @@ std::wstring fromAnsi(std::string_view bytes) {
                       L'\0');
     MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), static_cast<int>(text.size()));
     return text;
-}
-
-std::wstring attribute(IDispatch* node, const wchar_t* name) {
-    const Variant value = call(node, L"getAttribute", {name});
-    return value.isEmptyResult() ? std::wstring() : value.text();
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "workbench/com_call.h"
 #include "workbench/errors_writer.h"
+#include "workbench/existing_file.h"
 #include "workbench/failure.h"
 #include "workbench/log_list.h"
 #include "workbench/menu_ids.h"
@@ -9,11 +10,7 @@
 
 namespace workbench {
 
-namespace {
-
-bool exists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
-
-} // namespace
+namespace {} // namespace
 
 ErrorsMenu::ErrorsMenu(ComPtr<IDispatch> log, ComPtr<IDispatch> workspace, FrameWindow& frame,
                        ToolWindows& tools, SharedProject project)

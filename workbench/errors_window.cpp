@@ -13,7 +13,7 @@ namespace workbench {
 
 namespace {
 
-constexpr const wchar_t* kClassName = L"WorkbenchErrors";
+constexpr const wchar_t* kErrorsClass = L"WorkbenchErrors";
 constexpr int kWidth = 760; // at 96 pixels an inch, as all measures here
 constexpr int kHeight = 300;
 constexpr int kLeastWidth = 420;
@@ -43,7 +43,7 @@ int iconOf(const std::wstring& severity) {
     return sameName(severity, L"Warning") ? kWarningIcon : kNoteIcon;
 }
 
-void registerClass(WNDPROC procedure) {
+void registerErrorsClass(WNDPROC procedure) {
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
     description.lpfnWndProc = procedure;
@@ -51,7 +51,7 @@ void registerClass(WNDPROC procedure) {
     description.hIcon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_WORKBENCH));
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-    description.lpszClassName = kClassName;
+    description.lpszClassName = kErrorsClass;
     RegisterClassExW(&description);
 }
 
@@ -87,7 +87,7 @@ int heightOf(HFONT font, HWND window) {
 } // namespace
 
 ErrorsWindow::ErrorsWindow(HWND owner, SharedProject project) : project_(std::move(project)) {
-    registerClass(&ErrorsWindow::windowProcedure);
+    registerErrorsClass(&ErrorsWindow::windowProcedure);
     create(owner);
     createParts();
     addColumns();
@@ -105,7 +105,7 @@ ErrorsWindow::~ErrorsWindow() {
 void ErrorsWindow::create(HWND owner) {
     RECT around;
     GetWindowRect(owner, &around);
-    CreateWindowExW(0, kClassName, L"Errors", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+    CreateWindowExW(0, kErrorsClass, L"Errors", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                     around.left + scaled(owner, 210), around.top + scaled(owner, 64), scaled(owner, kWidth),
                     scaled(owner, kHeight), owner, nullptr, GetModuleHandleW(nullptr), this);
     if (!window_) {

@@ -8,13 +8,13 @@ namespace workbench {
 
 namespace {
 
-struct Sample {
+struct SampleLine {
     const char* severity;
     char kind;
     const char* text;
 };
 
-constexpr Sample kSamples[] = {
+constexpr SampleLine kSampleLines[] = {
     {"Error", 'E', "'total' was not declared in this scope"},
     {"Warning", 'W', "unused variable 'count'"},
     {"Warning", 'W', "conversion from 'long' to 'int' may change the value"},
@@ -47,7 +47,7 @@ std::vector<std::string> objectCells(const ProjectFolder& project) {
 }
 
 std::string lineOf(const std::string& object, long number) {
-    const Sample& sample = kSamples[static_cast<size_t>(number) % std::size(kSamples)];
+    const SampleLine& sample = kSampleLines[static_cast<size_t>(number) % std::size(kSampleLines)];
     return object + " \"" + std::to_string(number + 1) + "\" \"1\" \"" + sample.severity + "\" \"" +
            sample.kind + std::to_string(5001 + number % kCodes) + "\" " + sample.text + "\r\n";
 }

@@ -14,11 +14,11 @@ namespace workbench {
 
 namespace {
 
-constexpr const wchar_t* kClassName = L"WorkbenchFrame";
+constexpr const wchar_t* kFrameClass = L"WorkbenchFrame";
 constexpr UINT kUpdateStatus = WM_APP;
 constexpr int kWindowMenu = 4; // its place in the menu bar; the open windows are listed at its end
 
-void registerClass(WNDPROC procedure) {
+void registerFrameClass(WNDPROC procedure) {
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
     description.lpfnWndProc = procedure;
@@ -27,7 +27,7 @@ void registerClass(WNDPROC procedure) {
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_APPWORKSPACE + 1);
     description.lpszMenuName = MAKEINTRESOURCEW(IDR_MAIN_MENU);
-    description.lpszClassName = kClassName;
+    description.lpszClassName = kFrameClass;
     RegisterClassExW(&description);
 }
 
@@ -36,8 +36,8 @@ bool isKey(const MSG& message) { return message.message >= WM_KEYFIRST && messag
 } // namespace
 
 FrameWindow::FrameWindow(const std::wstring& title) {
-    registerClass(&FrameWindow::windowProcedure);
-    CreateWindowExW(0, kClassName, title.c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
+    registerFrameClass(&FrameWindow::windowProcedure);
+    CreateWindowExW(0, kFrameClass, title.c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
                     CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, GetModuleHandleW(nullptr),
                     this);
     if (!window_) {

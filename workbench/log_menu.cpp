@@ -8,13 +8,13 @@ namespace workbench {
 
 namespace {
 
-struct Sample {
+struct SampleReport {
     long returnCode;
     const wchar_t* message;
 };
 
 // One for each outcome that the log knows, in the order of the menu.
-constexpr Sample kSamples[] = {
+constexpr SampleReport kSampleReports[] = {
     {0, L"Nothing to complain about"},
     {1, L"2 warnings"},
     {2, L"1 error"},
@@ -23,7 +23,7 @@ constexpr Sample kSamples[] = {
     {-3, L"Canceled on request"},
     {-4, L"Queue canceled"},
 };
-static_assert(std::size(kSamples) == IDM_REPORT_LAST - IDM_REPORT_FIRST + 1);
+static_assert(std::size(kSampleReports) == IDM_REPORT_LAST - IDM_REPORT_FIRST + 1);
 
 void checkItem(HMENU menu, UINT id, bool checked) {
     CheckMenuItem(menu, id, checked ? MF_CHECKED : MF_UNCHECKED);
@@ -125,8 +125,8 @@ void LogMenu::setParent(ToolWindow* tool) {
 void LogMenu::report(size_t sample) {
     const ToolWindow* tool = tools_.active();
     call(log_.Get(), L"Add",
-         {project_->methods.empty() ? L"" : project_->methods.front().id, kSamples[sample].returnCode,
-          tool ? tool->panel().chosenObject() : L"", kSamples[sample].message});
+         {project_->methods.empty() ? L"" : project_->methods.front().id, kSampleReports[sample].returnCode,
+          tool ? tool->panel().chosenObject() : L"", kSampleReports[sample].message});
 }
 
 void LogMenu::toggle(const wchar_t* property) {

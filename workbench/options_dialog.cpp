@@ -5,6 +5,7 @@
 #include "workbench/menu_ids.h"
 #include "workbench/screen_scale.h"
 #include "workbench/text.h"
+#include "workbench/xml_attribute.h"
 
 namespace workbench {
 
@@ -18,11 +19,6 @@ constexpr int kKindPitch = 13;
 
 ComPtr<IDispatch> select(IDispatch* options, const wchar_t* query) {
     return call(options, L"selectSingleNode", {query}).object();
-}
-
-std::wstring attribute(IDispatch* node, const wchar_t* name) {
-    const Variant value = call(node, L"getAttribute", {name});
-    return value.isEmptyResult() ? std::wstring() : value.text();
 }
 
 void growDown(HWND window, int pixels) {

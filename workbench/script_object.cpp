@@ -11,7 +11,7 @@ namespace {
 // Clear of the numbers that an extended object gives its own members.
 constexpr DISPID kFirstId = 0x7A000000;
 
-void report(EXCEPINFO* exception, const std::wstring& description, HRESULT code) {
+void describe(EXCEPINFO* exception, const std::wstring& description, HRESULT code) {
     if (exception) {
         *exception = {};
         exception->scode = code;
@@ -131,9 +131,9 @@ HRESULT ScriptObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags
         }
         return S_OK;
     } catch (const Failure& failure) {
-        report(exception, failure.message(), failure.code());
+        describe(exception, failure.message(), failure.code());
     } catch (const std::exception&) {
-        report(exception, L"Out of memory", E_OUTOFMEMORY);
+        describe(exception, L"Out of memory", E_OUTOFMEMORY);
     }
     return DISP_E_EXCEPTION;
 }

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "workbench/com_call.h"
+#include "workbench/existing_file.h"
 #include "workbench/failure.h"
 #include "workbench/keyboard.h"
 #include "workbench/log_list.h"
@@ -34,8 +35,6 @@ constexpr const char* kOddLines =
     "\"never closed\r\n"
     "\"too\" few fields\r\n"
     "\"Source\" \"a.c\" \"1\" \"2\" \"Error\" \"\" without an end of line";
-
-bool exists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
 /// The messages of the open entry in row 1, without the row that tells of hidden ones.
 std::vector<std::wstring> messagesIn(const LogList& list) {

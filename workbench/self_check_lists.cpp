@@ -15,7 +15,7 @@ namespace {
 
 // Columns of the log.
 constexpr long kDate = 1;
-constexpr long kResult = 6;
+constexpr long kResultHeader = 6;
 // Columns, its sixth item: the items have no letters of their own.
 const std::vector<BYTE> kToggleResult = {'U', VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN};
 
@@ -108,14 +108,14 @@ void SelfCheck::checkLists() {
     step(L"reports", [&] { reportAll(); });
     step(L"a report with errors", [&] { application_.errors().reportErrors(12); });
     checkEntries(list, step);
-    step(L"sorting by result", [&] { clickHeader(list, kResult); });
-    step(L"sorting the other way", [&] { clickHeader(list, kResult); });
+    step(L"sorting by result", [&] { clickHeader(list, kResultHeader); });
+    step(L"sorting the other way", [&] { clickHeader(list, kResultHeader); });
     checkThatDifferencesShow(view.Get(), other.Get());
     step(L"sorting by date", [&] { clickHeader(list, kDate); });
     step(L"hiding a column", [&] { withMenu(kToggleResult); });
-    expect(get(list.column(kResult).Get(), L"Width").number() == 0, L"the menu hides a column");
+    expect(get(list.column(kResultHeader).Get(), L"Width").number() == 0, L"the menu hides a column");
     step(L"showing it again", [&] { withMenu(kToggleResult); });
-    expect(get(list.column(kResult).Get(), L"Width").number() > 0, L"the menu shows a column");
+    expect(get(list.column(kResultHeader).Get(), L"Width").number() > 0, L"the menu shows a column");
     const long rows = list.rowCount();
     list.select(2);
     step(L"deleting a row", [&] { typeKey(frame(), VK_DELETE); });

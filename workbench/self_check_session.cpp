@@ -29,7 +29,7 @@ size_t plainLinesOf(const std::string& bytes) {
     return lines;
 }
 
-std::wstring counted(size_t count, const wchar_t* what) { return std::to_wstring(count) + L" " + what; }
+std::wstring numbered(size_t count, const wchar_t* what) { return std::to_wstring(count) + L" " + what; }
 
 } // namespace
 
@@ -50,9 +50,9 @@ void SelfCheck::checkSession() {
            L"nothing but their messages has come");
     expect(SendMessageW(list.window(), LVM_GETITEMCOUNT, 0, 0) == list.rowCount(),
            L"the window shows them all");
-    notes_ += counted(static_cast<size_t>(entries), L"entries, ") + counted(opened.entries, L"opened: ") +
-              counted(opened.lines, L"lines, ") + counted(opened.hidden, L"hidden, ") +
-              counted(opened.rows, L"rows") + L"\n";
+    notes_ += numbered(static_cast<size_t>(entries), L"entries, ") + numbered(opened.entries, L"opened: ") +
+              numbered(opened.lines, L"lines, ") + numbered(opened.hidden, L"hidden, ") +
+              numbered(opened.rows, L"rows") + L"\n";
     SetFocus(list.window());
     withMenu({'A'});
     expect(list.rowCount() == 0, L"they go with the log");
@@ -71,7 +71,7 @@ void SelfCheck::checkOpening(const LogList& list, long row, Opened& opened) {
     typeKey(frame(), VK_RETURN);
     const long came = list.rowCount() - before;
     expect(came == static_cast<long>(expected),
-           file + L": " + counted(expected, L"rows, not ") + std::to_wstring(came));
+           file + L": " + numbered(expected, L"rows, not ") + std::to_wstring(came));
     ++opened.entries;
     opened.lines += lines;
     opened.hidden += messages.hiddenCount();

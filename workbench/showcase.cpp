@@ -2,19 +2,14 @@
 
 #include "workbench/com_call.h"
 #include "workbench/console.h"
+#include "workbench/existing_file.h"
 #include "workbench/failure.h"
 #include "workbench/menu_ids.h"
 #include "workbench/output_file.h"
 
 namespace workbench {
 
-namespace {
-
-constexpr ULONGLONG kSettleMilliseconds = 300;
-
-bool exists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
-
-} // namespace
+namespace {} // namespace
 
 void Showcase::paint() {
     FrameWindow& frame = application_.frame();

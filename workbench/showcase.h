@@ -7,6 +7,9 @@
 
 namespace workbench {
 
+/// How long a picture has to stay as it is before it is taken.
+inline constexpr ULONGLONG kSettleMilliseconds = 300;
+
 /// Shows the workbench to another program that takes pictures of the screen. For each picture the workbench paints
 /// what there is to see, writes a line to a file, and goes on when that file has been removed. What cannot be shown is
 /// left out, and the error output says why.

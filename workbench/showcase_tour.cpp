@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "workbench/com_call.h"
+#include "workbench/existing_file.h"
 #include "workbench/failure.h"
 #include "workbench/keyboard.h"
 #include "workbench/meanwhile.h"
@@ -17,7 +18,6 @@ namespace workbench {
 
 namespace {
 
-constexpr ULONGLONG kSettleMilliseconds = 300;
 constexpr long kObject = 5;
 constexpr long kResult = 6;
 constexpr int kFrames = 5; // of the strip's picture
@@ -31,8 +31,6 @@ std::vector<BYTE> toggling(long column) {
     keys.push_back(VK_RETURN);
     return keys;
 }
-
-bool exists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
 bool menuIsOpen() { return openMenu() != nullptr; }
 bool menuIsClosed() { return openMenu() == nullptr; }

@@ -13,12 +13,12 @@ namespace workbench {
 
 namespace {
 
-constexpr const wchar_t* kClassName = L"WorkbenchTool";
+constexpr const wchar_t* kToolClass = L"WorkbenchTool";
 constexpr UINT kDpiChangedAfterParent = 0x02E3;
 constexpr int kRoomPercent = 90;  // of the frame's inside, for a new window
 constexpr int kPanelPercent = 35; // of the window's height, when the log is shown below
 
-void registerClass(WNDPROC procedure) {
+void registerToolClass(WNDPROC procedure) {
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
     description.lpfnWndProc = procedure;
@@ -26,7 +26,7 @@ void registerClass(WNDPROC procedure) {
     description.hIcon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_WORKBENCH));
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-    description.lpszClassName = kClassName;
+    description.lpszClassName = kToolClass;
     RegisterClassExW(&description);
 }
 
@@ -47,7 +47,7 @@ std::shared_ptr<ToolWindow> ToolWindow::open(const Place& place, ToolKind kind, 
 ToolWindow::~ToolWindow() { close(); }
 
 void ToolWindow::create(const Place& place, const std::wstring& title) {
-    registerClass(&ToolWindow::windowProcedure);
+    registerToolClass(&ToolWindow::windowProcedure);
     client_ = place.client;
     const HINSTANCE instance = GetModuleHandleW(nullptr);
     RECT room;
@@ -56,13 +56,13 @@ void ToolWindow::create(const Place& place, const std::wstring& title) {
     const int height = MulDiv(room.bottom, kRoomPercent, 100);
     HWND window = nullptr;
     if (isMdiChild()) {
-        window = CreateWindowExW(WS_EX_MDICHILD | WS_EX_CONTROLPARENT, kClassName, title.c_str(),
+        window = CreateWindowExW(WS_EX_MDICHILD | WS_EX_CONTROLPARENT, kToolClass, title.c_str(),
                                  WS_CHILD | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
                                  CW_USEDEFAULT, width, height, client_, nullptr, instance, this);
     } else {
         RECT frame;
         GetWindowRect(place.frame, &frame);
-        window = CreateWindowExW(WS_EX_CONTROLPARENT, kClassName, title.c_str(),
+        window = CreateWindowExW(WS_EX_CONTROLPARENT, kToolClass, title.c_str(),
                                  WS_POPUP | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                                  frame.left + scaled(place.frame, 120), frame.top + scaled(place.frame, 120),
                                  width, height, place.frame, nullptr, instance, this);

@@ -26,10 +26,6 @@ enum MemberId : std::int32_t {
     kCharset = 8,
 };
 
-constexpr int kNormalWeight = 400;
-constexpr int kBoldWeight = 700;
-constexpr int kBoldFrom = 551;
-
 template <class Get>
 Member readable(std::u16string_view name, std::int32_t id, Type type, Get get) {
     return {
@@ -80,10 +76,11 @@ const DispatchTable& HeadlessFont::members() {
         readable(u"Size", kSize, Type::Single, [](const Font& font) { return font.points; }),
         settable(u"Size", kSize, Type::Single,
                  [](Font& font, const Value& value) { font.points = value.as<float>(); }),
-        readable(u"Bold", kBold, Type::Boolean, [](const Font& font) { return font.weight >= kBoldFrom; }),
+        readable(u"Bold", kBold, Type::Boolean,
+                 [](const Font& font) { return font.weight >= base::kBoldFrom; }),
         settable(u"Bold", kBold, Type::Boolean,
                  [](Font& font, const Value& value) {
-                     font.weight = value.as<bool>() ? kBoldWeight : kNormalWeight;
+                     font.weight = value.as<bool>() ? base::kBoldWeight : base::kNormalWeight;
                  }),
         readable(u"Italic", kItalic, Type::Boolean, [](const Font& font) { return font.italic; }),
         settable(u"Italic", kItalic, Type::Boolean,

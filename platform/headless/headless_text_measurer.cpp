@@ -8,7 +8,6 @@ namespace cvlog::platform::headless {
 namespace {
 
 constexpr float kTwipsPerPoint = 20;
-constexpr int kBoldWeight = 700;
 
 constexpr char16_t kFirstFull = 0x1100; // from here on characters are as wide as high
 constexpr std::u16string_view kNarrow = u" !'(),-./:;I[]`fijlrt|";
@@ -25,7 +24,7 @@ float partOfHeight(char16_t unit) noexcept {
 } // namespace
 
 HeadlessTextMeasurer::Metrics::Metrics(const base::Font& measured) : font(measured) {
-    const float height = font.points * kTwipsPerPoint * (font.weight >= kBoldWeight ? 1.1F : 1.0F);
+    const float height = font.points * kTwipsPerPoint * (font.weight >= base::kBoldWeight ? 1.1F : 1.0F);
     const auto twips = [height](char16_t unit) {
         return std::int64_t{std::lround(height * partOfHeight(unit))};
     };

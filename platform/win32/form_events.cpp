@@ -6,11 +6,7 @@
 
 namespace cvlog::platform::win32 {
 
-namespace {
-
-constexpr UINT kDpiChanged = 0x02E0;
-
-} // namespace
+namespace {} // namespace
 
 bool FormWindow::formMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     switch (message) {
@@ -25,7 +21,7 @@ bool FormWindow::formMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT
         tellPlacement();
         tellClientSize();
         return true;
-    case kDpiChanged:
+    case WM_DPICHANGED:
         resolutionChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
         return true;
 

@@ -1,5 +1,7 @@
 #include "platform/win32/list_accessible_rows.h"
 
+#include "platform/win32/list_columns.h"
+
 #include <algorithm>
 #include <oleacc.h>
 
@@ -9,8 +11,6 @@ namespace {
 
 constexpr long kSelectionFlags =
     SELFLAG_TAKESELECTION | SELFLAG_EXTENDSELECTION | SELFLAG_ADDSELECTION | SELFLAG_REMOVESELECTION;
-
-HWND headerOf(HWND list) noexcept { return reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0)); }
 
 /// Which of the flags exclude each other.
 bool isPossible(long flags) noexcept {

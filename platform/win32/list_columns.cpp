@@ -20,8 +20,6 @@ int alignmentFormat(widgets::Alignment alignment) noexcept {
     return LVCFMT_LEFT;
 }
 
-HWND headerOf(HWND list) noexcept { return reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0)); }
-
 std::vector<int> shownOrder(HWND list, std::size_t count) {
     std::vector<int> order(count);
     SendMessageW(list, LVM_GETCOLUMNORDERARRAY, count, reinterpret_cast<LPARAM>(order.data()));

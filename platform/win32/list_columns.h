@@ -8,6 +8,11 @@
 
 namespace cvlog::platform::win32 {
 
+/// The window with the column headers of a list window.
+inline HWND headerOf(HWND list) noexcept {
+    return reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+}
+
 /// Keeps the columns of a list window in step with the model: pushes what differs, and tells the model what
 /// the user drags. A hidden column has no width and cannot be dragged open. Indexes are the window's, from 0.
 class ListColumns {

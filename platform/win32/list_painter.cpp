@@ -19,7 +19,7 @@ constexpr base::Twips kIconMargin = 60; // before an icon
 constexpr base::Twips kIconGap = 60;    // between icon and text
 constexpr base::Twips kEndMargin = 30;
 
-constexpr BYTE kOpaque = 255;
+constexpr BYTE kUnfaded = 255;
 constexpr BYTE kFaded = 110;
 constexpr std::size_t kLongestDrawn = 1024; // but never less than a unit a pixel
 
@@ -250,7 +250,7 @@ int ListPainter::drawIcon(HDC dc, int icon, const RECT& cell) const noexcept {
     const int left = cell.left + toPixels(kIconMargin, dpi_);
     const int top = cell.top + (cell.bottom - cell.top - side) / 2;
     const int shown = std::min(side, static_cast<int>(cell.right) - left);
-    icons_.draw(dc, icon, {left, top}, shown, model_.enabled() ? kOpaque : kFaded);
+    icons_.draw(dc, icon, {left, top}, shown, model_.enabled() ? kUnfaded : kFaded);
     return left + side;
 }
 

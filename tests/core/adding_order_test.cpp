@@ -10,10 +10,8 @@ namespace cvlog::core {
 namespace {
 
 using Journal = std::vector<std::string>;
+using tests::kHostError;
 using tests::LogWorld;
-
-const automation::AutomationError kHostError(automation::code::of(0x800A1234), u"described by the host",
-                                             u"the host");
 
 class AddingOrder : public testing::Test {
 protected:

@@ -18,7 +18,6 @@ using tests::ExpansionWorld;
 using tests::expectNothingLeft;
 using Calls = std::vector<std::string>;
 
-constexpr const char* kHidden = "... Some records are hidden ...";
 constexpr std::size_t kCancelButton = 1;
 
 class ExpandCheckpoints : public testing::Test {
@@ -163,8 +162,8 @@ TEST_F(ExpandCheckpoints, WithCancelAfterAHiddenLineTellOfItBelowTheLastRowOfEve
     world.expand();
     EXPECT_EQ(childCount(0), 51);
     EXPECT_EQ(childCount(1), 50);
-    EXPECT_EQ(world.messages(0).back(), kHidden);
-    EXPECT_EQ(world.messages(1).back(), kHidden);
+    EXPECT_EQ(world.messages(0).back(), tests::kHiddenRecords);
+    EXPECT_EQ(world.messages(1).back(), tests::kHiddenRecords);
 }
 
 TEST_F(ExpandCheckpoints, WithCancelFoundWhileInputWaitsTellThatRowsAreMissing) {
@@ -173,7 +172,7 @@ TEST_F(ExpandCheckpoints, WithCancelFoundWhileInputWaitsTellThatRowsAreMissing) 
     world.atYield(2, [&] { pressCancel(); });
     world.expand();
     EXPECT_EQ(world.platform.pump.yields, 2);
-    EXPECT_EQ(world.messages().back(), kHidden);
+    EXPECT_EQ(world.messages().back(), tests::kHiddenRecords);
     EXPECT_EQ(childCount(0), 51);
     EXPECT_EQ(childCount(1), 51);
     expectNothingLeft(world);
@@ -189,7 +188,7 @@ TEST_F(ExpandCheckpoints, TakeCancelAlsoWhileOnlyHiddenLinesCome) {
     world.atYield(2, [&] { pressCancel(); });
     world.expand();
     EXPECT_EQ(world.calls.countOf("MessagePump.inputWaiting"), 150);
-    EXPECT_EQ(world.messages().back(), kHidden);
+    EXPECT_EQ(world.messages().back(), tests::kHiddenRecords);
 }
 
 TEST_F(ExpandCheckpoints, DoNotRememberTheCancelOfAnEarlierExpansion) {

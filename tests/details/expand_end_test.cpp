@@ -13,8 +13,6 @@ using tests::errorLine;
 using tests::ExpansionWorld;
 using Calls = std::vector<std::string>;
 
-constexpr const char* kHidden = "... Some records are hidden ...";
-
 /// Three lists in a host's window, and everything that happens to both and to the file, in one sequence.
 class EndOfExpansion : public testing::Test {
 protected:
@@ -93,7 +91,7 @@ TEST_F(EndOfExpansion, OfALongFileComesInItsOrder) {
     world.writeErrors(content);
     world.atYield(1, [&] { watch(); });
     world.expand();
-    const std::string hiddenRow = std::string(" gets ") + kHidden;
+    const std::string hiddenRow = std::string(" gets ") + tests::kHiddenRecords;
     EXPECT_EQ(seen, (Calls{"Window.MousePointer = 13", "list 1 gets line 50", "list 2 gets line 50",
                            "list 0 gets line 60", "list 1 gets line 60", "list 2 gets line 60",
                            "the strip goes", "list 0" + hiddenRow, "list 1" + hiddenRow, "list 2" + hiddenRow,

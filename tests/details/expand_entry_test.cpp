@@ -17,8 +17,6 @@ using tests::expectNothingLeft;
 using Calls = std::vector<std::string>;
 using Texts = std::vector<std::string>;
 
-constexpr const char* kHidden = "... Some records are hidden ...";
-
 class ExpandEntryTest : public testing::Test {
 protected:
     ~ExpandEntryTest() override {
@@ -80,17 +78,17 @@ TEST_F(ExpandEntryTest, LeavesOutHiddenLinesAndSaysSoOnce) {
         errorLine("", "", "Error", "E2", "two") + errorLine("", "", "Warning", "W2", "not shown"));
     world.expand();
     for (const std::size_t index : {0U, 1U, 2U})
-        EXPECT_EQ(world.messages(index), (Texts{"one", "two", kHidden}));
+        EXPECT_EQ(world.messages(index), (Texts{"one", "two", tests::kHiddenRecords}));
     EXPECT_EQ(world.child(2).cellTag(2), u"2") << "hidden lines do not count";
     EXPECT_EQ(tests::rowText(world.child(3)),
-              std::string("|expansion||ObjID=|Num=|Type=|Name=|Result=|Message=") + kHidden);
+              std::string("|expansion||ObjID=|Num=|Type=|Name=|Result=|Message=") + tests::kHiddenRecords);
 }
 
 TEST_F(ExpandEntryTest, OfHiddenLinesAloneHasOneRowThatSaysSo) {
     world.globals.options.ErrorsListFilter = {{u'W', true}};
     world.writeErrors(errorLine("", "", "Warning", "W1", "a") + errorLine("", "", "Warning", "W2", "b"));
     world.expand();
-    EXPECT_EQ(world.messages(), Texts{kHidden});
+    EXPECT_EQ(world.messages(), Texts{tests::kHiddenRecords});
 }
 
 TEST_F(ExpandEntryTest, SwitchesSortingOffInEveryListAndLeavesTheHeaderIcons) {

@@ -7,7 +7,7 @@
 namespace cvlog::platform::headless {
 namespace {
 
-class HeadlessScreen : public widgets::testing::Screen {
+class HeadlessScreen : public widgets::testbed::Screen {
 public:
     ~HeadlessScreen() override { EXPECT_EQ(factory_.forms.faults, std::vector<std::string>()); }
     widgets::PeerFactory& peers() override { return factory_; }
@@ -44,11 +44,11 @@ private:
 } // namespace
 } // namespace cvlog::platform::headless
 
-namespace cvlog::widgets::testing {
+namespace cvlog::widgets::testbed {
 
 INSTANTIATE_TEST_SUITE_P(Headless, FormContract,
                          ::testing::Values(ScreenUnderTest{
                              "headless",
                              [] { return std::make_unique<platform::headless::HeadlessScreen>(); }}));
 
-} // namespace cvlog::widgets::testing
+} // namespace cvlog::widgets::testbed

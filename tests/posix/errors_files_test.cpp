@@ -19,7 +19,7 @@ namespace cvlog::details {
 namespace {
 
 namespace fs = std::filesystem;
-using store::testing::writeWhole;
+using store::testbed::writeWhole;
 using tests::exitCodeOf;
 using tests::ExpansionWorld;
 using tests::startChild;
@@ -64,7 +64,7 @@ private:
         return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
     }
 
-    store::testing::TestFolder folder_;
+    store::testbed::TestFolder folder_;
     std::ptrdiff_t openBefore_ = openFiles();
 };
 
@@ -185,16 +185,16 @@ TEST_F(ErrorsFileOnDisk, OfOneLineOfHalfAGigabyteTakesOnlyTheMemoryOfWhatIsShown
     EXPECT_LE(grown, kMost) << "megabytes; 255: the row is another one";
 }
 
-struct Meddling {
+struct MeddlingOnDisk {
     const char* name;
     std::function<void(const std::string& path)> run;
     std::size_t leastRows;
     std::size_t mostRows;
 };
 
-void PrintTo(const Meddling& meddling, std::ostream* out) { *out << meddling.name; }
+void PrintTo(const MeddlingOnDisk& meddling, std::ostream* out) { *out << meddling.name; }
 
-class ErrorsFileOfOthersOnDisk : public ErrorsFileOnDisk, public testing::WithParamInterface<Meddling> {
+class ErrorsFileOfOthersOnDisk : public ErrorsFileOnDisk, public testing::WithParamInterface<MeddlingOnDisk> {
 protected:
     static constexpr int kLines = 120;
     static constexpr std::size_t kLineSize = 2'000;
@@ -221,18 +221,18 @@ TEST_P(ErrorsFileOfOthersOnDisk, ShowsWhatItHadWhenItWasOpenedAndIsStillThere) {
 
 INSTANTIATE_TEST_SUITE_P(
     Others, ErrorsFileOfOthersOnDisk,
-    testing::Values(Meddling{"WriteMoreLines",
-                             [](const auto& path) { std::ofstream(path, std::ios::app) << lines(100); }, 120,
-                             120},
-                    Meddling{"CutALine", [](const auto& path) { fs::resize_file(path, 151'000); }, 76, 76},
-                    Meddling{"EmptyIt", [](const auto& path) { fs::resize_file(path, 0); }, 50, 66},
-                    Meddling{"ReplaceIt",
-                             [](const auto& path) {
-                                 writeWhole(path + ".new", "other\n");
-                                 fs::rename(path + ".new", path);
-                             },
-                             120, 120},
-                    Meddling{"DeleteIt", [](const auto& path) { fs::remove(path); }, 120, 120}),
+    testing::Values(
+        MeddlingOnDisk{"WriteMoreLines",
+                       [](const auto& path) { std::ofstream(path, std::ios::app) << lines(100); }, 120, 120},
+        MeddlingOnDisk{"CutALine", [](const auto& path) { fs::resize_file(path, 151'000); }, 76, 76},
+        MeddlingOnDisk{"EmptyIt", [](const auto& path) { fs::resize_file(path, 0); }, 50, 66},
+        MeddlingOnDisk{"ReplaceIt",
+                       [](const auto& path) {
+                           writeWhole(path + ".new", "other\n");
+                           fs::rename(path + ".new", path);
+                       },
+                       120, 120},
+        MeddlingOnDisk{"DeleteIt", [](const auto& path) { fs::remove(path); }, 120, 120}),
     [](const auto& instance) { return std::string(instance.param.name); });
 
 } // namespace

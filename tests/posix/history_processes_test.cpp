@@ -8,15 +8,15 @@
 namespace cvlog::store {
 namespace {
 
-using testing::rowNames;
+using testbed::rowNames;
 
-class HistoryProcesses : public testing::HistoryFiles {
+class HistoryProcesses : public testbed::HistoryFiles {
 protected:
     static constexpr int kCount = 300;
 
     /// Appends numbered texts, and deletes every third one again.
     int write() {
-        const auto database = makeSqliteEngine(files_)->open(folder_.path(testing::kFile));
+        const auto database = makeSqliteEngine(files_)->open(folder_.path(testbed::kFile));
         const auto rows = database->openTable(u"LogInfo");
         for (int i = 1; i <= kCount; ++i) {
             rows->addNew();
@@ -90,7 +90,7 @@ TEST_F(HistoryProcesses, DeletesItsRecordsWhileAnotherOneWrites) {
 TEST_F(HistoryProcesses, OfAFileThatCannotBeWrittenShowsAllAndDeletesNothing) {
     makeTwoSessions();
     closeLog();
-    const std::string before = testing::readWhole(native());
+    const std::string before = testbed::readWhole(native());
     ASSERT_EQ(chmod(native().c_str(), 0444), 0);
     ASSERT_EQ(chmod(folder_.native().c_str(), 0555), 0);
     const auto look = [this](FrmLogHistory& window) {
@@ -113,7 +113,7 @@ TEST_F(HistoryProcesses, OfAFileThatCannotBeWrittenShowsAllAndDeletesNothing) {
     EXPECT_EQ(chmod(folder_.native().c_str(), 0755), 0);
     EXPECT_EQ(chmod(native().c_str(), 0644), 0);
     EXPECT_EQ(code, 0) << "50: the test could not become another user";
-    EXPECT_TRUE(testing::readWhole(native()) == before) << "not a byte has changed";
+    EXPECT_TRUE(testbed::readWhole(native()) == before) << "not a byte has changed";
 }
 
 } // namespace

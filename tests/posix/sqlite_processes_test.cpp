@@ -18,7 +18,7 @@
 // The file shared by processes: two that write, one that is killed, one that may not write. A child
 // neither flushes nor closes anything at its end.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 using automation::AutomationError;
 using automation::Value;
@@ -26,8 +26,6 @@ using tests::exitCodeOf;
 using tests::startChild;
 
 namespace {
-
-constexpr char16_t kFile[] = u"PrjData.mdb";
 
 int environmentNumber(const char* name, int otherwise) {
     const char* text = std::getenv(name);
@@ -331,4 +329,4 @@ TEST_F(SqliteProcesses, aSecondOpeningDoesNotDropTheLocksOfTheFirst) {
     database->execute(u"rollback");
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 namespace {
 
@@ -32,4 +32,4 @@ std::string askCommandLine(const std::string& path, const std::string& sql) {
     return succeeded ? text : "failed: " + text;
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

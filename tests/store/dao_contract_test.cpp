@@ -4,7 +4,7 @@
 #include "tests/store/dao_files.h"
 #include "tests/store/engine_contract.h"
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 namespace {
 
@@ -50,4 +50,4 @@ INSTANTIATE_TEST_SUITE_P(
                                       false}),
     [](const ::testing::TestParamInfo<EngineUnderTest>& tested) { return tested.param.name; });
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

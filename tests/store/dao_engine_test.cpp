@@ -8,7 +8,7 @@
 
 // What is particular to driving DAO, against a double of its object model.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 using automation::AutomationError;
 using automation::Null;
@@ -17,8 +17,6 @@ using automation::Value;
 using tests::DaoDouble;
 
 namespace {
-
-constexpr char16_t kFile[] = u"PrjData.mdb";
 
 class DaoEngineTest : public ::testing::Test {
 protected:
@@ -239,4 +237,4 @@ TEST_F(DaoEngineTest, aRowSetMayBeClosedTwice) {
     EXPECT_NO_THROW(other->close());
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

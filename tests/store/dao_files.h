@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 /// A machine on which the DAO double can be installed, in its old and its new version.
 class DaoMachine {
@@ -44,4 +44,4 @@ private:
     int enginesMade_ = 0;
 };
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

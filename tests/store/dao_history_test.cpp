@@ -7,7 +7,7 @@
 
 #include <functional>
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 namespace {
 
 void inHistory(DaoLogWorld& world, const std::function<void(FrmLogHistory&)>& user) {
@@ -87,4 +87,4 @@ TEST(DaoHistory, OpensOrSaysThatItCannotWhateverCallOfDaoFails) {
 }
 
 } // namespace
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

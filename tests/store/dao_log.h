@@ -7,7 +7,7 @@
 #include "tests/store/dao_files.h"
 #include "tests/support/log_world.h"
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 /// A log with one list and a scripted host, whose project is kept in a file of the DAO double. The counter counts
 /// what is asked of DAO alone.
@@ -61,4 +61,4 @@ struct DaoLogWorld {
     std::shared_ptr<view::LogControl> control = std::make_shared<view::LogControl>(globals);
 };
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

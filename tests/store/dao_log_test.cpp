@@ -5,7 +5,7 @@
 
 // A log over DAO: opening, writing and closing, also when any call of DAO fails.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 using automation::Null;
 using automation::ObjectRef;
@@ -189,4 +189,4 @@ TEST(DaoFaults, aClosingLeavesNothingOpen) {
     sweep.run();
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -2,7 +2,7 @@
 
 #include "automation/error.h"
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 using automation::AutomationError;
 using automation::Null;
@@ -10,9 +10,9 @@ using automation::Value;
 
 namespace {
 
-constexpr char16_t kOldTable[] = u"create table LogInfo (MethodName Text(50), ObjectName Text(50), "
-                                 u"ObjectType Text(50), LogMessage LongText, "
-                                 u"ReturnMessage Integer)";
+constexpr char16_t kTableBeforeNumbers[] = u"create table LogInfo (MethodName Text(50), ObjectName Text(50), "
+                                           u"ObjectType Text(50), LogMessage LongText, "
+                                           u"ReturnMessage Integer)";
 
 } // namespace
 
@@ -21,7 +21,7 @@ void EngineContract::SetUp() {
     source_->makeEmptyFile(folder_, u"PrjData.mdb");
     engine_ = source_->makeEngine(files_);
     database_ = open();
-    database_->execute(kOldTable);
+    database_->execute(kTableBeforeNumbers);
 }
 
 std::shared_ptr<Database> EngineContract::open() { return engine_->open(folder_.path(u"PrjData.mdb")); }
@@ -219,4 +219,4 @@ TEST_P(EngineContract, aTableCanBeReadForward) {
     EXPECT_EQ(messages, (std::vector<Value>{u"a", u"b"}));
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -9,10 +9,8 @@
 #include <memory>
 #include <string>
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
-inline constexpr char16_t kAddRecordNum[] = u"alter table LogInfo add column RecordNum Counter";
-inline constexpr char16_t kAddErrors[] = u"alter table LogInfo add column Errors Text(254)";
 inline constexpr char16_t kHighWater[] = u"Select RecordNum From LogInfo order by RecordNum desc";
 
 /// Where an engine comes from, with what it needs for as long as it lives.
@@ -55,4 +53,4 @@ protected:
     std::shared_ptr<Database> database_;
 };
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

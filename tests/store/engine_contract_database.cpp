@@ -3,7 +3,7 @@
 
 // The engine contract: opening, closing, failing, and the object that the host sees.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 using automation::AutomationError;
 using automation::ObjectRef;
@@ -156,4 +156,4 @@ TEST_P(EngineContract, aTruncatedFileFailsOrReadsWhole) {
     }
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -6,7 +6,7 @@
 
 // The engine contract: what a column takes and gives back.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 using automation::AutomationError;
 using automation::Null;
@@ -240,4 +240,4 @@ TEST_P(EngineContract, aColumnThatIsNotThereIsNotRead) {
     EXPECT_THROW(rows->read(u"LogMessage", value), automation::AutomationError);
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

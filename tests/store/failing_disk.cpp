@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 namespace {
 
@@ -225,4 +225,4 @@ int FailingDisk::changes() const noexcept { return disk.changes; }
 
 int FailingDisk::syncs() const noexcept { return disk.syncs; }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -6,7 +6,7 @@
 // test step in at one of them: it fails, or the disk ends there, in the middle of a write. Installed as the
 // library's default for as long as it lives; one at a time. A disk writes sectors of 512 bytes.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 enum class DiskAction { Write, Truncate, Sync, Delete };
 /// What lands of the write at which the disk ends.
@@ -33,4 +33,4 @@ public:
     int syncs() const noexcept;
 };
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -7,13 +7,13 @@
 namespace cvlog::store {
 namespace {
 
-using testing::addRecord;
-using testing::rowNames;
+using testbed::addRecord;
+using testbed::rowNames;
 using Statements = std::vector<std::string>;
 
 constexpr int kSeparator = 4; // its row
 
-class HistoryCommands : public testing::HistoryWindow {
+class HistoryCommands : public testbed::HistoryWindow {
 protected:
     void erase(FrmLogHistory& window) { DeleteHistoryRecords(world.globals, window); }
     /// Fails the statement with this number, counted from the next one.

@@ -13,7 +13,7 @@
 namespace cvlog::store {
 namespace {
 
-using testing::StockDatabase;
+using testbed::StockDatabase;
 
 constexpr std::size_t kPage = 512;
 constexpr int kRecords = 24;
@@ -37,10 +37,10 @@ bool differInOneUnit(std::u16string_view left, std::u16string_view right) {
     return left.size() <= 1 && right.size() <= 1;
 }
 
-class HistoryDamage : public testing::HistoryFiles {
+class HistoryDamage : public testbed::HistoryFiles {
 protected:
     void SetUp() override {
-        std::string sql = "pragma page_size = " + std::to_string(kPage) + ";" + testing::kModernTable +
+        std::string sql = "pragma page_size = " + std::to_string(kPage) + ";" + testbed::kModernTable +
                           "; create table Other (a text); insert into Other values (hex(zeroblob(300)));";
         for (int number = 1; number <= kRecords; ++number)
             sql += "insert into LogInfo (LogMessage, ReturnMessage, ObjectType, ObjectName) values ('" +
@@ -48,7 +48,7 @@ protected:
         make(sql);
         ASSERT_TRUE(openLog());
         closeLog(); // as the log leaves the file
-        whole_ = testing::readWhole(native());
+        whole_ = testbed::readWhole(native());
         ASSERT_GT(whole_.size(), 8 * kPage) << "more pages than one of each kind";
     }
     void TearDown() override {
@@ -60,7 +60,7 @@ protected:
 
     void putAtRest(const std::string& bytes) {
         for (const char* end : {"-wal", "-shm"}) std::filesystem::remove(native() + end);
-        testing::writeWhole(native(), bytes);
+        testbed::writeWhole(native(), bytes);
     }
     void tryAtRest(const std::string& bytes) {
         putAtRest(bytes);
@@ -77,7 +77,7 @@ protected:
         ASSERT_TRUE(openLog());
         // Pages that were read are read anew after a change by another program.
         ASSERT_TRUE(StockDatabase(native()).run("insert into Other values ('more')"));
-        const auto damage = [&] { testing::writeWhole(native(), bytes); };
+        const auto damage = [&] { testbed::writeWhole(native(), bytes); };
         globals_.store.LastRecordNum = 2; // its rows come before the others are read
         if (when == When::BeforeTheHistory)
             damage();

@@ -7,8 +7,8 @@
 namespace cvlog::store {
 namespace {
 
-using testing::addRecord;
-using testing::rowNames;
+using testbed::addRecord;
+using testbed::rowNames;
 
 using Action = std::function<void(tests::LogWorld&, FrmLogHistory&)>;
 

@@ -9,13 +9,13 @@
 namespace cvlog::store {
 namespace {
 
-using testing::DiskAction;
-using testing::FailingDisk;
-using testing::kModernTable;
-using testing::rowNames;
-using testing::StockDatabase;
+using testbed::DiskAction;
+using testbed::FailingDisk;
+using testbed::kModernTable;
+using testbed::rowNames;
+using testbed::StockDatabase;
 
-class HistoryFileFaults : public testing::HistoryFiles {
+class HistoryFileFaults : public testbed::HistoryFiles {
 protected:
     std::string shownNumbers() { return ask("select ifnull(group_concat(RecordNum, ' '), '') from LogInfo"); }
     void removeCompanions() {
@@ -52,7 +52,7 @@ protected:
 TEST_F(HistoryFileFaults, AnotherProcessMayWriteWhileItLoads) {
     makeTwoSessions();
     atRun(1, [&] {
-        EXPECT_EQ(testing::askCommandLine(native(),
+        EXPECT_EQ(testbed::askCommandLine(native(),
                                           "delete from LogInfo where RecordNum = 2; insert into LogInfo "
                                           "(LogMessage, ReturnMessage) values ('RC 7 d', 7)"),
                   "");
@@ -61,7 +61,7 @@ TEST_F(HistoryFileFaults, AnotherProcessMayWriteWhileItLoads) {
         EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3") << "the records as they were";
         window.LoadHistory(globals_.store.LastRecordNum);
         EXPECT_EQ(rowNames(*window.lvHistory()), "1 2 S 3 4");
-        EXPECT_EQ(testing::askCommandLine(native(), "delete from LogInfo where RecordNum = 4"), "");
+        EXPECT_EQ(testbed::askCommandLine(native(), "delete from LogInfo where RecordNum = 4"), "");
         removeRows(window, {5, 2});
         EXPECT_EQ(rowNames(*window.lvHistory()), "1 S 3") << "both records were gone already";
     });
@@ -194,7 +194,7 @@ TEST_F(HistoryFileFaults, ADiskThatFillsUpStopsADeletionAtOneRecordAndTheNextGoe
         EXPECT_TRUE(window.lvHistory()->isSelected(1) && window.lvHistory()->isSelected(2));
         EXPECT_EQ(window.lvHistory()->selectedCount(), 2);
         EXPECT_EQ(window.form().caption(), u"Activity Log History");
-        EXPECT_EQ(testing::askCommandLine(native(), "select RecordNum from LogInfo order by RecordNum"),
+        EXPECT_EQ(testbed::askCommandLine(native(), "select RecordNum from LogInfo order by RecordNum"),
                   "1\n2\n3\n4");
         isFull = false;
         DeleteHistoryRecords(globals_, window);

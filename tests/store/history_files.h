@@ -9,7 +9,7 @@
 #include <initializer_list>
 #include <string>
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 /// A log over a real file whose history can be opened.
 class HistoryFiles : public StoredLog {
@@ -98,4 +98,4 @@ protected:
     }
 };
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -8,11 +8,11 @@
 namespace cvlog::store {
 namespace {
 
-using testing::HistoryFiles;
-using testing::kModernTable;
-using testing::kOldTable;
-using testing::rowNames;
-using testing::StockDatabase;
+using testbed::HistoryFiles;
+using testbed::kModernTable;
+using testbed::kOldTable;
+using testbed::rowNames;
+using testbed::StockDatabase;
 
 constexpr char kTableWithKey[] =
     "create table LogInfo (Id integer primary key, MethodName text, ObjectName text, "
@@ -109,7 +109,7 @@ TEST_F(HistoryFiles, AFileThatIsDeletedMeanwhileDoesNoHarm) {
         EXPECT_EQ(window.form().caption(), u"Activity Log History");
         EXPECT_EQ(window.form().pointer(), widgets::Pointer::Default);
     });
-    EXPECT_FALSE(testing::exists(native())) << "no new file has come";
+    EXPECT_FALSE(testbed::exists(native())) << "no new file has come";
     inHistory([](FrmLogHistory&) {});
     closeLog();
     EXPECT_FALSE(openLog());
@@ -140,7 +140,7 @@ TEST_F(HistoryFiles, AFileThatComesInThePlaceOfTheirsIsNotTouched) {
 TEST_F(HistoryFiles, WhatAnotherProgramDidShowsWhenTheHistoryIsOpenedAgain) {
     makeTwoSessions();
     inHistory([&](FrmLogHistory& window) {
-        EXPECT_EQ(testing::askCommandLine(
+        EXPECT_EQ(testbed::askCommandLine(
                       native(),
                       "delete from LogInfo where RecordNum in (1, 3); update LogInfo set LogMessage = "
                       "'RC 7. changed' where RecordNum = 2; insert into LogInfo (LogMessage, "

@@ -12,8 +12,8 @@ namespace {
 
 using automation::Null;
 using automation::Value;
-using testing::addRecord;
-using testing::rowNames;
+using testbed::addRecord;
+using testbed::rowNames;
 
 /// An open log and the list of a history, without its window.
 class HistoryList {

@@ -5,7 +5,7 @@
 namespace cvlog::store {
 namespace {
 
-class HistoryMenuCommands : public testing::HistoryWindow {
+class HistoryMenuCommands : public testbed::HistoryWindow {
 protected:
     void choose(FrmLogHistory& window, std::u16string item) {
         world.platform.peers.menus.choices = {std::move(item)};
@@ -38,7 +38,7 @@ TEST_F(HistoryMenuCommands, ReportWithoutAGeneratorEndsWithoutAWord) {
         EXPECT_EQ(world.calls.countOf("Objects.create"), 1);
         EXPECT_EQ(window.form().pointer(), widgets::Pointer::Default);
         EXPECT_TRUE(window.isLoaded());
-        EXPECT_EQ(testing::rowNames(*window.lvHistory()), "1 2 3 S 4 5");
+        EXPECT_EQ(testbed::rowNames(*window.lvHistory()), "1 2 3 S 4 5");
     });
 }
 

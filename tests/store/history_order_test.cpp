@@ -10,7 +10,7 @@ namespace {
 
 using Steps = std::vector<std::string>;
 
-class HistoryOrder : public testing::HistoryWindow {
+class HistoryOrder : public testbed::HistoryWindow {
 protected:
     HistoryOrder() {
         letErrorsBeShown(); // which gives the host a main window

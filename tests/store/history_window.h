@@ -4,7 +4,7 @@
 
 #include <functional>
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 /// A log whose history can be opened: records 1 to 3 of an earlier session, 4 and 5 of this one. What the user does
 /// in the window is what a test runs while it is open.
@@ -88,4 +88,4 @@ private:
     std::function<void(FrmLogHistory&)> user_;
 };
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

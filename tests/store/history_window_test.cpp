@@ -9,10 +9,10 @@
 namespace cvlog::store {
 namespace {
 
-using testing::addRecord;
-using testing::rowNames;
+using testbed::addRecord;
+using testbed::rowNames;
 
-class FrmLogHistoryTest : public testing::HistoryWindow {
+class FrmLogHistoryTest : public testbed::HistoryWindow {
 protected:
     platform::headless::FormBook& forms() { return world.platform.peers.forms; }
     platform::headless::MenuBook& menus() { return world.platform.peers.menus; }

@@ -8,7 +8,7 @@
 #include <initializer_list>
 #include <string>
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 /// Adds a record with this number to the log's file. Its text is "message <number>", its object PAYROLL.
 inline tests::FakeRecord& addRecord(tests::LogWorld& world, std::int32_t number, std::int32_t code = 0) {
@@ -35,4 +35,4 @@ inline std::string rowNames(const widgets::ListView& list) {
     return names;
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -2,7 +2,7 @@
 
 // The whole way from an entry to the file and back, over files in the states that a project can leave them in.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 namespace {
 
@@ -147,4 +147,4 @@ TEST_F(StoredLog, isSharedWithAnotherProgramThatWrites) {
     EXPECT_EQ(stored(), "1:ours\n2:theirs\n3:ours\n4:theirs\n5:ours\n6:theirs");
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

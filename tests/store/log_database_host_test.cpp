@@ -9,9 +9,8 @@
 namespace cvlog::store {
 namespace {
 
+using tests::kHostError;
 using tests::LogWorld;
-
-const automation::AutomationError kHostError(automation::code::of(0x800A1234), u"description", u"host");
 
 class NameOfTheHost : public testing::TestWithParam<std::int32_t> {
 protected:

@@ -5,7 +5,7 @@
 // Records that are hard to keep, and records that cannot be kept: the next one is always whole, the earlier ones
 // stay, the rows are shown and the event is raised all the same.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 namespace {
 
@@ -139,4 +139,4 @@ TEST_F(StoredLog, opensNothingThatCannotBeUpgraded) {
     EXPECT_TRUE(openLog());
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

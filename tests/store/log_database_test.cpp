@@ -14,10 +14,9 @@ namespace {
 
 using Journal = std::vector<std::string>;
 using Schema = tests::FakeEngine::Schema;
+using tests::kHostError;
 using tests::kLogFile;
 using tests::LogWorld;
-
-const automation::AutomationError kHostError(automation::code::of(0x800A1234), u"description", u"host");
 
 const std::string kOpen = "Engine.open(C:\\Proj\\PrjData.mdb)";
 const std::string kAddNumber = "Database.execute(alter table LogInfo add column RecordNum Counter)";

@@ -8,7 +8,7 @@
 namespace cvlog::store {
 namespace {
 
-class Reports : public testing::HistoryWindow {
+class Reports : public testbed::HistoryWindow {
 protected:
     Reports() {
         letErrorsBeShown();

@@ -4,7 +4,7 @@
 #include "store/sqlite_engine.h"
 #include "tests/store/engine_contract.h"
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 namespace {
 
@@ -67,4 +67,4 @@ INSTANTIATE_TEST_SUITE_P(Sqlite, SqliteContractOnly, ::testing::Values(withEncod
                              return tested.param.name;
                          });
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -12,13 +12,12 @@
 // Every write and flush of a session fails in its turn, once or from then on: nothing that was acknowledged
 // is lost, nothing else appears, and what follows works.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 using automation::AutomationError;
 
 namespace {
 
-constexpr char16_t kFile[] = u"PrjData.mdb";
 constexpr int kRecords = 12;
 
 std::set<std::string> linesOf(const std::string& text) {
@@ -128,4 +127,4 @@ TEST(SqliteFlushes, areFewerThanOneInAHundredRecords) {
     database->close();
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

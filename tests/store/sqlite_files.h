@@ -9,11 +9,8 @@
 #include <memory>
 #include <string>
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
-inline constexpr char16_t kFile[] = u"PrjData.mdb";
-inline constexpr char16_t kAddRecordNum[] = u"alter table LogInfo add column RecordNum Counter";
-inline constexpr char16_t kAddErrors[] = u"alter table LogInfo add column Errors Text(254)";
 inline constexpr char kOldTable[] =
     "create table LogInfo (MethodName Text(50), ObjectName Text(50), ObjectType Text(50), "
     "LogMessage Text, ReturnMessage Integer)";
@@ -58,4 +55,4 @@ protected:
     std::unique_ptr<Engine> engine_ = makeSqliteEngine(files_);
 };
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

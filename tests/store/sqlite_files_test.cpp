@@ -3,7 +3,7 @@
 
 // Files that other tools made, read and written by the engine and read again by the stock library.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 using automation::AutomationError;
 using automation::Value;
@@ -205,4 +205,4 @@ TEST_F(SqliteFiles, ordinaryTextIsOrdinaryTextToTheStockLibrary) {
               "text\xC3\xA9\xF0\x9F\x98\x80");
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

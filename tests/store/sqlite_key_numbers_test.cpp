@@ -7,7 +7,7 @@
 
 // The numbers of a table whose key they are. The library notes the highest one; here that note moves ahead in blocks.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 namespace {
 
@@ -138,4 +138,4 @@ TEST_F(SqliteKeyNumbers, twoProgramsThatTakeTurnsNeverGiveANumberTwice) {
     }
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

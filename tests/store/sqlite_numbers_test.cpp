@@ -6,7 +6,7 @@
 
 // The numbers of a table that has a key of its own, so that the engine gives them, in blocks.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 using automation::AutomationError;
 
@@ -327,4 +327,4 @@ TEST_F(SqliteNumbers, aReaderSeesTheNumbersGrow) {
     EXPECT_EQ(highest, 300) << "a reader disturbs nobody";
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 /// A program with the table open: it appends without closing, as a log does.
 class Program {
@@ -29,4 +29,4 @@ private:
     std::shared_ptr<Recordset> rows_;
 };
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -5,7 +5,7 @@
 
 // Files that change, are held, are damaged or belong to others while the engine works on them.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 using automation::AutomationError;
 using automation::Value;
@@ -171,4 +171,4 @@ TEST_F(SqliteFiles, theBitsOfASmallFileFlippedOneByOneNeverCrash) {
     EXPECT_GT(refused, 50);
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -8,13 +8,13 @@
 // The disk ends in the middle of a write, at each write of a session in turn: while the file is upgraded, in the log of
 // changes, and when that goes into the file at the end. Afterwards there are whole records only, in their order.
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 using automation::AutomationError;
 
 namespace {
 
-constexpr int kRecords = 6;
+constexpr int kTornRecords = 6;
 
 std::string nameOf(Torn torn) {
     if (torn == Torn::Nothing) return "Nothing";
@@ -34,7 +34,7 @@ protected:
             const auto database = makeSqliteEngine(files_)->open(folder.path(kFile));
             database->execute(kAddRecordNum);
             const auto rows = database->openTable(u"LogInfo");
-            for (int number = 1; number <= kRecords; ++number) {
+            for (int number = 1; number <= kTornRecords; ++number) {
                 rows->addNew();
                 rows->assign(u"LogMessage", messageOf(number));
                 rows->update();
@@ -72,7 +72,7 @@ protected:
         const TestFolder folder;
         makeOldFile(folder);
         disk.watch(nullptr);
-        EXPECT_EQ(runSession(folder), kRecords);
+        EXPECT_EQ(runSession(folder), kTornRecords);
         return disk.changes();
     }
 
@@ -94,7 +94,7 @@ TEST_P(TornPages, loseNothingAcknowledgedWhenTheProgramEnds) {
         const std::optional<int> found = wholeRecords(folder);
         ASSERT_TRUE(found.has_value()) << "ending at " << ending;
         EXPECT_GE(*found, acknowledged) << "ending at " << ending;
-        EXPECT_LE(*found, std::min(acknowledged + 1, kRecords)) << "ending at " << ending;
+        EXPECT_LE(*found, std::min(acknowledged + 1, kTornRecords)) << "ending at " << ending;
         EXPECT_EQ(askCommandLine(folder.native(kFile), "select count(*) from LogInfo"),
                   std::to_string(*found));
     }
@@ -117,7 +117,7 @@ TEST_P(TornPages, loseTheNewestRecordsAtMostWhenThePowerGoes) {
             const std::optional<int> found = wholeRecords(folder);
             ++(found ? opened : refused);
             poorer += found && *found < acknowledged ? 1 : 0;
-            EXPECT_LE(found.value_or(0), std::min(acknowledged + 1, kRecords))
+            EXPECT_LE(found.value_or(0), std::min(acknowledged + 1, kTornRecords))
                 << "ending at " << ending << ", seed " << seed;
         }
     }
@@ -129,4 +129,4 @@ INSTANTIATE_TEST_SUITE_P(Sqlite, TornPages,
                          ::testing::Values(Torn::Nothing, Torn::FirstHalf, Torn::AllButTheLastSector),
                          [](const auto& tested) { return nameOf(tested.param); });
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -11,7 +11,7 @@
 #include <random>
 #include <system_error>
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 namespace fs = std::filesystem;
 
@@ -100,4 +100,4 @@ std::string StockDatabase::ask(const std::string& sql) {
     return lines;
 }
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

@@ -9,7 +9,11 @@
 
 struct sqlite3;
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
+
+inline constexpr char16_t kFile[] = u"PrjData.mdb";
+inline constexpr char16_t kAddRecordNum[] = u"alter table LogInfo add column RecordNum Counter";
+inline constexpr char16_t kAddErrors[] = u"alter table LogInfo add column Errors Text(254)";
 
 /// The file system of the machine that runs the test: "\" is its separator whatever that is called here.
 class MachineFiles final : public ports::FileSystem {
@@ -58,4 +62,4 @@ private:
     sqlite3* handle_ = nullptr;
 };
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

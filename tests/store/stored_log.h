@@ -4,7 +4,7 @@
 #include "tests/store/sqlite_files.h"
 #include "tests/support/log_world.h"
 
-namespace cvlog::store::testing {
+namespace cvlog::store::testbed {
 
 /// A log with one list, a scripted host and the SQLite engine over a file of the test's own. What the file holds is
 /// read by the stock library.
@@ -57,4 +57,4 @@ inline constexpr char kModernTable[] =
     "create table LogInfo (RecordNum integer primary key autoincrement, MethodName text, ObjectName text, "
     "ObjectType text, LogMessage text, ReturnMessage integer, Errors Text(254))";
 
-} // namespace cvlog::store::testing
+} // namespace cvlog::store::testbed

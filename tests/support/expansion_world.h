@@ -14,6 +14,8 @@
 namespace cvlog::tests {
 
 inline constexpr std::u16string_view kErrorsPath = u"C:\\Proj\\given.errors";
+/// The text of the row that stands for lines that are not shown.
+inline constexpr const char* kHiddenRecords = "... Some records are hidden ...";
 
 /// An open log that keeps its rows, with three entries in every list; the middle one has an errors file.
 struct ExpansionWorld : LogWorld {

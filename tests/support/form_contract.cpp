@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-namespace cvlog::widgets::testing {
+namespace cvlog::widgets::testbed {
 
 namespace {
 
@@ -255,4 +255,4 @@ TEST_P(FormContract, TimersMayEndInTheirHandlers) {
     EXPECT_EQ(calls, 1);
 }
 
-} // namespace cvlog::widgets::testing
+} // namespace cvlog::widgets::testbed

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-namespace cvlog::widgets::testing {
+namespace cvlog::widgets::testbed {
 
 /// A form as the component's own are: an object that owns it and hears of it.
 struct RecordingForm : FormOwner {
@@ -72,4 +72,4 @@ protected:
     std::shared_ptr<RecordingForm> window_ = RecordingForm::make(screen_->peers());
 };
 
-} // namespace cvlog::widgets::testing
+} // namespace cvlog::widgets::testbed

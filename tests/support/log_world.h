@@ -1,5 +1,6 @@
 #pragma once
 
+#include "automation/error.h"
 #include "core/adding.h"
 #include "core/cv_log.h"
 #include "core/globals.h"
@@ -16,6 +17,10 @@
 namespace cvlog::tests {
 
 inline constexpr std::u16string_view kLogFile = u"C:\\Proj\\PrjData.mdb";
+
+/// What a host object raises where a test wants it to fail.
+inline const automation::AutomationError kHostError(automation::code::of(0x800A1234),
+                                                    u"described by the host", u"the host");
 
 /// One apartment of the component with a host, a platform and an engine that are all fakes. Its end checks that no
 /// list was ever seen to differ from what its peer was told.

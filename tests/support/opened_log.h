@@ -10,6 +10,8 @@ namespace cvlog::tests {
 /// An open log with so many controls whose rows stay over the entries that follow.
 std::unique_ptr<LogWorld> keepingWorld(std::size_t controls);
 
+inline core::LogViews::ListRef firstOf(LogWorld& world) { return world.globals.LogViews.first(); }
+
 /// An entry whose message is its name.
 void addEntry(LogWorld& world, const std::string& name);
 void addEntries(LogWorld& world, std::initializer_list<const char*> names);

@@ -12,7 +12,7 @@ namespace {
 
 using tests::LogWorld;
 
-base::Font bigFont() {
+base::Font tahoma() {
     base::Font font;
     font.face = u"Tahoma";
     font.points = 20;
@@ -28,13 +28,13 @@ std::unique_ptr<LogWorld> arranged() {
 
 std::vector<std::uint8_t> storedProperties() {
     LogWorld other;
-    ControlProperties properties{1, 2, false, other.platform.fonts.make(bigFont())};
+    ControlProperties properties{1, 2, false, other.platform.fonts.make(tahoma())};
     return encodeProperties(properties);
 }
 
 void expectWhole(LogWorld& world, const tests::SweepRun& run) {
     const widgets::ListView& list = world.list();
-    EXPECT_EQ(list.font(), run.error ? base::Font() : bigFont());
+    EXPECT_EQ(list.font(), run.error ? base::Font() : tahoma());
     EXPECT_EQ(list.enabled(), run.error.has_value());
     EXPECT_EQ(list.colours(), run.error ? widgets::Colours() : (widgets::Colours{1, 2}));
 }
@@ -71,7 +71,7 @@ TEST(FaultSweepOfFonts, AFailedPutKeepsTheFontAndTheListeningToIt) {
     };
     sweep.scenario = [&](LogWorld& world) { world.controls[0]->put(u"Font", automation::ObjectRef(font)); };
     sweep.check = [&](LogWorld& world, const tests::SweepRun& run) {
-        EXPECT_EQ(world.list().font(), run.error ? base::Font() : bigFont());
+        EXPECT_EQ(world.list().font(), run.error ? base::Font() : tahoma());
         EXPECT_EQ(before->listeners(), run.error ? 1U : 0U);
         EXPECT_EQ(world.controls[0]->font(),
                   run.error ? automation::ObjectRef(before) : automation::ObjectRef(font));

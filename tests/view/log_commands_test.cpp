@@ -356,7 +356,7 @@ std::vector<widgets::RowId> idsOf(const widgets::ListView& list) {
     return ids;
 }
 
-void expectSound(tests::LogWorld& world) {
+void expectListsAgreeAndNothingBusy(tests::LogWorld& world) {
     const auto lists = world.globals.LogViews.all();
     EXPECT_EQ(lists.size(), world.controls.size());
     for (const auto& list : lists) EXPECT_EQ(idsOf(*list), idsOf(*lists.front()));
@@ -390,7 +390,7 @@ TEST(LogMenuReentrancy, NothingThatRunsWhileTheMenuIsOpenDoesHarm) {
             peerOf(world->list(0)).userReleasesButton(widgets::MouseButton::Right);
             EXPECT_FALSE(menus.shown.empty());
             menus.whileOpen = nullptr;
-            expectSound(*world);
+            expectListsAgreeAndNothingBusy(*world);
             if (world->log) world->close();
         }
 }
@@ -411,7 +411,7 @@ TEST(FaultSweepOfTheMenu, LeavesNoHookNoMenuAndListsInStep) {
         sweep.check = [](tests::LogWorld& world, const tests::SweepRun& run) {
             EXPECT_FALSE(run.error) << "the user's commands end silently";
             EXPECT_TRUE(run.armed || !world.platform.peers.menus.shown.empty());
-            expectSound(world);
+            expectListsAgreeAndNothingBusy(world);
         };
         sweep.leastCalls = 5;
         sweep.run();

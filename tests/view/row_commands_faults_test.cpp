@@ -14,6 +14,7 @@
 namespace cvlog::view {
 namespace {
 
+using tests::firstOf;
 using tests::LogWorld;
 using tests::Names;
 using tests::namesOf;
@@ -31,8 +32,6 @@ struct Command {
 };
 
 void PrintTo(const Command& command, std::ostream* out) { *out << command.name; }
-
-core::LogViews::ListRef firstOf(LogWorld& world) { return world.globals.LogViews.first(); }
 
 const Command kCommands[] = {
     {"CollapseOne",

@@ -15,6 +15,7 @@
 namespace cvlog::view {
 namespace {
 
+using tests::firstOf;
 using tests::LogWorld;
 using tests::Names;
 using tests::namesOf;
@@ -23,8 +24,6 @@ struct Step {
     const char* name;
     void (*run)(LogWorld&);
 };
-
-core::LogViews::ListRef firstOf(LogWorld& world) { return world.globals.LogViews.first(); }
 
 template <class Action>
 void onFirst(LogWorld& world, Action&& action) {
@@ -42,7 +41,7 @@ void collapseAll(LogWorld& world) {
 }
 
 // The commands under test act on a list that its control holds, as the control's own handlers do.
-constexpr Step kCommands[] = {
+constexpr Step kInterrupted[] = {
     {"CollapseOne",
      [](LogWorld& world) {
          details::CollapseEntry(world.globals, firstOf(world), tests::placeOf(world.list(), "2"));
@@ -207,7 +206,7 @@ TEST_P(RowCommandsReentrancy, LeavesTheListsSoundWhateverTheHostDoes) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Matrix, RowCommandsReentrancy,
-                         testing::Combine(testing::ValuesIn(kCommands), testing::ValuesIn(kActions),
+                         testing::Combine(testing::ValuesIn(kInterrupted), testing::ValuesIn(kActions),
                                           testing::Values(1U, 2U, 3U)),
                          [](const auto& instance) {
                              return std::string(std::get<0>(instance.param).name) + "_" +

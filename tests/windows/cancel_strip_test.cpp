@@ -10,8 +10,6 @@
 namespace cvlog::platform::win32 {
 namespace {
 
-constexpr UINT kDpiChanged = 0x02E0;
-
 /// The user's screens, where windows may have other borders than the system draws here.
 struct BorderedScreens : Screens {
     base::Twips borderWidth() override { return side; }
@@ -71,7 +69,7 @@ protected:
 
     /// The window comes to a screen of that resolution, with a place there.
     static void moveToScreen(HWND window, int dpi, const RECT& place) {
-        SendMessageW(window, kDpiChanged, static_cast<WPARAM>(MAKELONG(dpi, dpi)),
+        SendMessageW(window, WM_DPICHANGED, static_cast<WPARAM>(MAKELONG(dpi, dpi)),
                      reinterpret_cast<LPARAM>(&place));
     }
     static RECT placeIn(HWND window, HWND child) {

@@ -7,7 +7,7 @@
 namespace cvlog::platform::win32 {
 namespace {
 
-class WindowsScreen : public widgets::testing::Screen {
+class WindowsScreen : public widgets::testbed::Screen {
 public:
     ~WindowsScreen() override { takeMessages(); }
     widgets::PeerFactory& peers() override { return services_.peers; }
@@ -42,10 +42,10 @@ private:
 } // namespace
 } // namespace cvlog::platform::win32
 
-namespace cvlog::widgets::testing {
+namespace cvlog::widgets::testbed {
 
 INSTANTIATE_TEST_SUITE_P(Win32, FormContract,
                          ::testing::Values(ScreenUnderTest{
                              "win32", [] { return std::make_unique<platform::win32::WindowsScreen>(); }}));
 
-} // namespace cvlog::widgets::testing
+} // namespace cvlog::widgets::testbed

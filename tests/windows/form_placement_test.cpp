@@ -8,7 +8,6 @@
 namespace cvlog::platform::win32 {
 namespace {
 
-constexpr UINT kDpiChanged = 0x02E0;
 constexpr base::Area kPlace = {1500, 1200, 6000, 4500};
 
 bool operator==(const RECT& left, const RECT& right) { return EqualRect(&left, &right) != FALSE; }
@@ -216,7 +215,7 @@ TEST_F(Win32FormPlacement, EverythingOnItFollowsTheResolution) {
         // The frame stays as the system draws it here: only the message says that the resolution is another.
         const SIZE size = sizeAround(window, {toPixels(4800.0F, dpi), toPixels(3600.0F, dpi)}, dpiOf(*shown));
         const RECT suggested{30, 40, 30 + size.cx, 40 + size.cy};
-        SendMessageW(window, kDpiChanged, static_cast<WPARAM>(MAKELONG(dpi, dpi)),
+        SendMessageW(window, WM_DPICHANGED, static_cast<WPARAM>(MAKELONG(dpi, dpi)),
                      reinterpret_cast<LPARAM>(&suggested));
         EXPECT_TRUE(placeOf(window) == suggested) << dpi;
         EXPECT_EQ(shown->form.clientArea(), (base::Area{0, 0, 4800, 3600})) << dpi;

@@ -47,7 +47,7 @@ private:
 /// Forms in real windows, and a list (`model_`) to put on them.
 class FormWindowFixture : public ListViewPeerFixture {
 protected:
-    using RecordingForm = widgets::testing::RecordingForm;
+    using RecordingForm = widgets::testbed::RecordingForm;
     using Border = widgets::Border;
 
     std::shared_ptr<RecordingForm> make(Border border = Border::Sizable) {

@@ -25,7 +25,7 @@ int handlesButKeys() {
 }
 
 /// What this process and its thread have of the system.
-struct Held {
+struct SystemHoldings {
     int windows = win32::liveWindows();
     int graphics = win32::liveGraphicsObjects();
     int handles = handlesButKeys();
@@ -111,7 +111,7 @@ private:
 
 TEST_F(HistoryCycle, LeavesNothingBehindAndLetsTheLibraryGo) {
     const ReportClass sample;
-    std::optional<Held> before;
+    std::optional<SystemHoldings> before;
     for (int round = 0; round < 5; ++round) {
         SCOPED_TRACE(round);
         useEverything();
@@ -121,7 +121,7 @@ TEST_F(HistoryCycle, LeavesNothingBehindAndLetsTheLibraryGo) {
             EXPECT_GT(taken_[kind], 0) << kind << " are watched";
         if (round == 1) before.emplace(); // caches of the system have filled
     }
-    const Held after;
+    const SystemHoldings after;
     EXPECT_EQ(after.windows, before->windows);
     EXPECT_EQ(after.graphics, before->graphics);
     EXPECT_EQ(after.handles, before->handles);

@@ -89,7 +89,7 @@ TEST_F(Win32History, IsModalOverTheHostWithTheFocusInItsList) {
         EXPECT_EQ(GetFocus(), listOf(window));
         EXPECT_EQ(GetWindow(windowOf(window), GW_OWNER), hosts_);
         EXPECT_FALSE(IsWindowEnabled(hosts_));
-        EXPECT_EQ(store::testing::rowNames(*window.lvHistory()), "1 2 3 S 4");
+        EXPECT_EQ(store::testbed::rowNames(*window.lvHistory()), "1 2 3 S 4");
         EXPECT_EQ(SendMessageW(listOf(window), LVM_GETITEMCOUNT, 0, 0), 5);
         RECT list{}, client{};
         GetWindowRect(listOf(window), &list);
@@ -103,7 +103,7 @@ TEST_F(Win32History, ObeysItsKeys) {
         window.lvHistory()->select(2, true);
         window.lvHistory()->focusRow(2);
         key(window, VK_DELETE);
-        EXPECT_EQ(store::testing::rowNames(*window.lvHistory()), "1 3 S 4");
+        EXPECT_EQ(store::testbed::rowNames(*window.lvHistory()), "1 3 S 4");
         key(window, VK_F1);
         EXPECT_EQ(services_.helpViewer.shown.size(), 1U);
         EXPECT_TRUE(window.isLoaded());

@@ -8,7 +8,7 @@
 namespace cvlog::tests {
 namespace {
 
-constexpr HRESULT kHostError = static_cast<HRESULT>(0x800A0C57);
+constexpr HRESULT kRaised = static_cast<HRESULT>(0x800A0C57);
 
 struct Reported {
     HRESULT result = S_OK;
@@ -17,8 +17,8 @@ struct Reported {
     std::wstring description;
 };
 
-HRESULT WINAPI fillInLate(EXCEPINFO* info) {
-    info->scode = kHostError;
+HRESULT WINAPI fillInAfterwards(EXCEPINFO* info) {
+    info->scode = kRaised;
     info->bstrDescription = SysAllocString(L"Filled in late");
     return S_OK;
 }
@@ -75,13 +75,13 @@ protected:
 
 TEST_F(HostErrors, KeepTheirCodeSourceAndDescription) {
     const Reported reported = addWhileFailing([](EXCEPINFO* info) {
-        info->scode = kHostError;
+        info->scode = kRaised;
         info->bstrSource = SysAllocString(L"Host.Workspace");
         info->bstrDescription = SysAllocString(L"The code table is gone");
         return DISP_E_EXCEPTION;
     });
     EXPECT_EQ(reported.result, DISP_E_EXCEPTION);
-    EXPECT_EQ(reported.code, kHostError);
+    EXPECT_EQ(reported.code, kRaised);
     EXPECT_EQ(reported.source, L"Host.Workspace");
     EXPECT_EQ(reported.description, L"The code table is gone");
     EXPECT_FALSE(hasRecords()) << "an entry that fails before its record leaves no trace";
@@ -89,10 +89,10 @@ TEST_F(HostErrors, KeepTheirCodeSourceAndDescription) {
 
 TEST_F(HostErrors, ThatAreFilledInLateAreAskedFor) {
     const Reported reported = addWhileFailing([](EXCEPINFO* info) {
-        info->pfnDeferredFillIn = fillInLate;
+        info->pfnDeferredFillIn = fillInAfterwards;
         return DISP_E_EXCEPTION;
     });
-    EXPECT_EQ(reported.code, kHostError);
+    EXPECT_EQ(reported.code, kRaised);
     EXPECT_EQ(reported.description, L"Filled in late");
 }
 

@@ -17,8 +17,8 @@
 namespace cvlog::platform::win32 {
 namespace {
 
-constexpr std::uint32_t kRed = 0xFFFF0000U;
-constexpr std::uint32_t kBlue = 0xFF0000FFU;
+constexpr std::uint32_t kOpaqueRed = 0xFFFF0000U;
+constexpr std::uint32_t kOpaqueBlue = 0xFF0000FFU;
 
 template <class Part>
 void append(std::string& bytes, const Part& part) {
@@ -39,7 +39,7 @@ BITMAPINFOHEADER bitmapHeader(int width, int height) {
 std::string bmpFile(int width, int height) {
     std::string pixels;
     for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x) append(pixels, x < width / 2 ? kRed : kBlue);
+        for (int x = 0; x < width; ++x) append(pixels, x < width / 2 ? kOpaqueRed : kOpaqueBlue);
     const BITMAPINFOHEADER header = bitmapHeader(width, height);
     BITMAPFILEHEADER file{};
     file.bfType = 0x4D42;
@@ -114,10 +114,10 @@ TEST_F(Win32Pictures, LoadsBitmapsAtAnySize) {
         ASSERT_EQ(pixels.side, side);
         ASSERT_EQ(pixels.argb.size(), static_cast<std::size_t>(side * side));
         if (side == 1) continue;
-        EXPECT_EQ(at(pixels, 0, 0), kRed) << side;
-        EXPECT_EQ(at(pixels, side - 1, side - 1), kBlue) << side;
-        EXPECT_EQ(at(pixels, side / 2 - 1, side / 2), kRed) << side;
-        EXPECT_EQ(at(pixels, side / 2, side / 2), kBlue) << side;
+        EXPECT_EQ(at(pixels, 0, 0), kOpaqueRed) << side;
+        EXPECT_EQ(at(pixels, side - 1, side - 1), kOpaqueBlue) << side;
+        EXPECT_EQ(at(pixels, side / 2 - 1, side / 2), kOpaqueRed) << side;
+        EXPECT_EQ(at(pixels, side / 2, side / 2), kOpaqueBlue) << side;
     }
     EXPECT_EQ(at(picture->render(1), 0, 0), 0xFF800080U);
 }
@@ -126,17 +126,17 @@ TEST_F(Win32Pictures, KeepsProportions) {
     const ports::Pixels pixels = loaded(bmpFile(40, 20))->render(16);
     EXPECT_EQ(at(pixels, 0, 0), 0U);
     EXPECT_EQ(at(pixels, 0, 3), 0U);
-    EXPECT_EQ(at(pixels, 0, 4), kRed);
-    EXPECT_EQ(at(pixels, 15, 11), kBlue);
+    EXPECT_EQ(at(pixels, 0, 4), kOpaqueRed);
+    EXPECT_EQ(at(pixels, 15, 11), kOpaqueBlue);
     EXPECT_EQ(at(pixels, 15, 12), 0U);
 }
 
 TEST_F(Win32Pictures, TakesTheBestImageOfAnIcon) {
-    const auto picture = loaded(icoFile({{32, kBlue}, {16, kRed}}));
-    EXPECT_EQ(at(picture->render(16), 8, 8), kRed);
-    EXPECT_EQ(at(picture->render(12), 6, 6), kRed);
-    EXPECT_EQ(at(picture->render(20), 8, 8), kBlue);
-    EXPECT_EQ(at(picture->render(64), 8, 8), kBlue);
+    const auto picture = loaded(icoFile({{32, kOpaqueBlue}, {16, kOpaqueRed}}));
+    EXPECT_EQ(at(picture->render(16), 8, 8), kOpaqueRed);
+    EXPECT_EQ(at(picture->render(12), 6, 6), kOpaqueRed);
+    EXPECT_EQ(at(picture->render(20), 8, 8), kOpaqueBlue);
+    EXPECT_EQ(at(picture->render(64), 8, 8), kOpaqueBlue);
 }
 
 TEST_F(Win32Pictures, MultipliesColoursByAlpha) {
@@ -162,7 +162,7 @@ TEST_F(Win32Pictures, FindsIconsOfTheModuleByName) {
     wchar_t self[MAX_PATH];
     GetModuleFileNameW(thisModule(), self, MAX_PATH);
     ASSERT_TRUE(CopyFileW(self, path().c_str(), FALSE));
-    const std::string icon = icoFile({{16, kRed}});
+    const std::string icon = icoFile({{16, kOpaqueRed}});
     std::string group = icon.substr(0, 18); // the directory, with a resource number in place of the offset
     append(group, std::uint16_t{900});
     std::string image = icon.substr(22);
@@ -177,20 +177,20 @@ TEST_F(Win32Pictures, FindsIconsOfTheModuleByName) {
     ASSERT_NE(module, nullptr);
     Pictures own(module);
     const auto picture = own.builtIn(u"Test Icon");
-    EXPECT_EQ(at(picture->render(16), 8, 8), kRed);
+    EXPECT_EQ(at(picture->render(16), 8, 8), kOpaqueRed);
     EXPECT_EQ(picture->render(24).side, 24);
-    EXPECT_EQ(at(picture->render(24), 12, 12), kRed);
+    EXPECT_EQ(at(picture->render(24), 12, 12), kOpaqueRed);
     FreeLibrary(module);
 }
 
 TEST(Win32PixelImages, IconsKeepTheirPixels) {
     ports::Pixels pixels{8, std::vector<std::uint32_t>(64, 0x80800000U)};
     pixels.argb[0] = 0;
-    pixels.argb[9] = kBlue;
+    pixels.argb[9] = kOpaqueBlue;
     const Image back = iconImage(makeIcon(pixels).get());
     ASSERT_EQ(back.width, 8);
     EXPECT_EQ(back.argb[0], 0U);
-    EXPECT_EQ(back.argb[9], kBlue);
+    EXPECT_EQ(back.argb[9], kOpaqueBlue);
     EXPECT_EQ(back.argb[20], 0x80800000U);
 }
 

@@ -112,7 +112,7 @@ Rows.Close
 Log.CloseDB
 WScript.Quit 7
 )vbs";
-    const Registration registration;
+    const ScriptRegistration registration;
     ASSERT_EQ(registration.code(), 0U);
     EXPECT_EQ(runScript(project_, scriptedHost() + sourceText("docs/samples/host.vbs") + kAfterwards),
               kScriptHeld);

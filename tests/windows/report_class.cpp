@@ -11,7 +11,6 @@ namespace {
 constexpr CLSID kSampleClass = {0x4e0d7a52, 0x8c1b, 0x4f3a, {0x9d, 0x6e, 0x51, 0xc2, 0xb7, 0xf0, 0xa9, 0x38}};
 constexpr CLSID kOwnClass = {0x7b6c2f10, 0x5d3e, 0x4a91, {0xb2, 0x08, 0x1f, 0x6d, 0xe3, 0x94, 0x5c, 0x77}};
 constexpr wchar_t kNameKey[] = L"Software\\Classes\\Tabulite.TLReport";
-constexpr wchar_t kUnattended[] = L"TLREPORT_UNATTENDED";
 
 void setText(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
     EXPECT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), name, REG_SZ, text.c_str(),

@@ -7,6 +7,9 @@
 
 namespace cvlog::tests {
 
+/// The variable that tells the sample generator to show nothing.
+inline constexpr wchar_t kUnattended[] = L"TLREPORT_UNATTENDED";
+
 /// The class that the log has its reports made by, registered until the end of the scope. A system has one: programs
 /// that register it take turns.
 class ReportClass {

@@ -1,6 +1,7 @@
 // The sample report generator over the list of a real log control: what its page says, and where it goes.
 
 #include "tests/windows/invoke_call.h"
+#include "tests/windows/report_class.h"
 #include "tests/windows/report_rows.h"
 #include "tests/windows/script_host.h"
 
@@ -11,7 +12,6 @@ namespace cvlog::tests {
 namespace {
 
 constexpr GUID kReportClass = {0x4e0d7a52, 0x8c1b, 0x4f3a, {0x9d, 0x6e, 0x51, 0xc2, 0xb7, 0xf0, 0xa9, 0x38}};
-constexpr wchar_t kUnattended[] = L"TLREPORT_UNATTENDED";
 
 class ReportGenerator : public ComTest {
 protected:

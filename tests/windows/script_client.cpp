@@ -121,9 +121,9 @@ std::wstring registration(const wchar_t* option) {
 
 } // namespace
 
-Registration::Registration() : code_(run(registration(L""))) {}
+ScriptRegistration::ScriptRegistration() : code_(run(registration(L""))) {}
 
-Registration::~Registration() { EXPECT_EQ(run(registration(L"/u ")), 0U); }
+ScriptRegistration::~ScriptRegistration() { EXPECT_EQ(run(registration(L"/u ")), 0U); }
 
 std::string scriptedHost() { return kHost; }
 

@@ -12,12 +12,12 @@ namespace cvlog::tests {
 inline constexpr DWORD kScriptHeld = 7;
 
 /// The machine-wide registration, for clients that cannot carry a manifest.
-class Registration {
+class ScriptRegistration {
 public:
-    Registration();
-    ~Registration();
-    Registration(const Registration&) = delete;
-    Registration& operator=(const Registration&) = delete;
+    ScriptRegistration();
+    ~ScriptRegistration();
+    ScriptRegistration(const ScriptRegistration&) = delete;
+    ScriptRegistration& operator=(const ScriptRegistration&) = delete;
     DWORD code() const { return code_; }
 
 private:

@@ -92,14 +92,14 @@ WScript.Quit 7
 )vbs";
 
 TEST(ScriptClient, AScriptHostAddsAnEntryAndReadsItsRecordThroughTheLogsDatabase) {
-    const Registration registration;
+    const ScriptRegistration registration;
     ASSERT_EQ(registration.code(), 0U);
     const ProjectFolder project;
     EXPECT_EQ(runScript(project, scriptedHost() + kScript), kScriptHeld);
 }
 
 TEST(ScriptClient, AScriptWalksAndChangesTheListOfAControl) {
-    const Registration registration;
+    const ScriptRegistration registration;
     ASSERT_EQ(registration.code(), 0U);
     const ProjectFolder folder;
     EXPECT_EQ(runScript(folder, kListScript), kScriptHeld);
@@ -108,7 +108,7 @@ TEST(ScriptClient, AScriptWalksAndChangesTheListOfAControl) {
 TEST(ScriptClient, RegistrationAndItsRemovalLeaveNoClassBehind) {
     CLSID id = {};
     {
-        const Registration registration;
+        const ScriptRegistration registration;
         ASSERT_EQ(registration.code(), 0U);
         EXPECT_EQ(CLSIDFromProgID(L"CVLog3.CVLogControl", &id), S_OK);
     }

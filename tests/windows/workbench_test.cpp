@@ -15,8 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kReports = 300;
-constexpr int kLines = 150;
-constexpr int kHiddenLines = kLines / 7;
+constexpr int kErrorLines = 150;
+constexpr int kHiddenLines = kErrorLines / 7;
 
 class Workbench : public ::testing::Test {
 protected:
@@ -51,7 +51,7 @@ protected:
     /// Every seventh line is of a kind that the options hide.
     static std::string manyErrors() {
         std::string all;
-        for (int i = 1; i <= kLines; ++i)
+        for (int i = 1; i <= kErrorLines; ++i)
             all += "\"Source\" \"a.c\" \"" + std::to_string(i) + "\" \"1\" \"Error\" \"" +
                    (i % 7 == 0 ? "I2" : "E1") + "\" message\r\n";
         return all;
@@ -170,9 +170,9 @@ TEST_F(Workbench, HoldsWhatItAndTheLogPromise) {
     ASSERT_EQ(std::sscanf(lines.c_str(), "%d of %d checks hold", &held, &made), 2) << lines;
     EXPECT_EQ(held, made);
     EXPECT_GT(made, 150); // it has not ended half way
-    EXPECT_NE(lines.find("302 entries, 2 opened: " + std::to_string(kLines + 3) + " lines, " +
+    EXPECT_NE(lines.find("302 entries, 2 opened: " + std::to_string(kErrorLines + 3) + " lines, " +
                          std::to_string(kHiddenLines) + " hidden, " +
-                         std::to_string(kLines - kHiddenLines + 1 + 3) + " rows"),
+                         std::to_string(kErrorLines - kHiddenLines + 1 + 3) + " rows"),
               std::string::npos)
         << lines;
     const std::string written = contentOf(folder_ / "generated-5.errors");
