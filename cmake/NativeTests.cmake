@@ -12,7 +12,7 @@ if(CVLOG_BENCH)
 endif()
 
 cvlog_sources(test_sources ${patterns})
-cvlog_executable(tests_native SOURCES ${test_sources} LINKS cvlog_headless cvlog_gtest)
+cvlog_tests(tests_native SOURCES ${test_sources} LINKS cvlog_headless cvlog_gtest)
 if(TARGET tests_native)
     gtest_discover_tests(tests_native DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 endif()

@@ -8,7 +8,9 @@ target_include_directories(cvlog_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(cvlog_options INTERFACE
     # -Wrestrict: this compiler reports its own library's string concatenation (GCC bug 105651).
     $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wshadow -Wconversion -Wno-restrict>
-    $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<BOOL:${CVLOG_WERROR}>>:-Werror>)
+    $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<BOOL:${CVLOG_WERROR}>>:-Werror>
+    # What several sources in one unit would warn of: their unnamed namespaces are as private as before.
+    $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<BOOL:${CMAKE_UNITY_BUILD}>>:-Wno-subobject-linkage>)
 if(CVLOG_ASSERTIONS)
     target_compile_definitions(cvlog_options INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
@@ -43,6 +45,15 @@ function(cvlog_library name)
         message(STATUS "${name}: no sources yet")
         add_library(${name} INTERFACE)
         target_link_libraries(${name} INTERFACE cvlog_options ${ARG_LINKS})
+    endif()
+endfunction()
+
+# cvlog_tests(<name> SOURCES <file>... [LINKS <target>...]): an executable whose own sources are not optimised, as they
+# take longer to compile than to run. What they test is optimised as always.
+function(cvlog_tests name)
+    cvlog_executable(${name} ${ARGN})
+    if(TARGET ${name})
+        target_compile_options(${name} PRIVATE -O0)
     endif()
 endfunction()
 

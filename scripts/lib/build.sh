@@ -9,6 +9,15 @@ build() {
         quietly "build/log/$preset-build.log" cmake --build --preset "$preset"
 }
 
+# build_products PRESET [CMAKE OPTION...]: what is delivered, without what tests it.
+build_products() {
+    local preset=$1
+    shift
+    step "Building $preset"
+    quietly "build/log/$preset-configure.log" cmake --preset "$preset" "$@" &&
+        quietly "build/log/$preset-build.log" cmake --build --preset "$preset" -t CVLog3 workbench TLReport
+}
+
 need_amalgamation() {
     local file
     for file in sqlite3.c sqlite3.h shell.c; do

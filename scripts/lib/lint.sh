@@ -35,18 +35,18 @@ lint_format() {
     lint_failures=$((lint_failures + 1))
 }
 
-# Only what the native build compiles: clang knows its flags from there.
+# Only what the native build compiles: clang knows its flags from there, each source by itself.
 lint_tidy() {
     local files
     step "clang-tidy on what changed"
-    if ! quietly build/log/native-configure.log cmake --preset native; then
+    if ! quietly build/log/lint-configure.log cmake --preset native -B build/lint -DCMAKE_UNITY_BUILD=OFF; then
         lint_failures=$((lint_failures + 1))
         return
     fi
     files=$(changed_sources | while read -r f; do
-        grep -qF "\"file\": \"$root/$f\"" build/native/compile_commands.json && echo "$f"; done) || true
+        grep -qF "\"file\": \"$root/$f\"" build/lint/compile_commands.json && echo "$f"; done) || true
     if [ -z "$files" ]; then say "No portable source changed: nothing to look at"; return; fi
-    if ! xargs -d '\n' -n 1 -P 2 clang-tidy --extra-arg=-Wno-unknown-warning-option -p build/native --quiet <<<"$files" \
+    if ! xargs -d '\n' -n 1 -P 2 clang-tidy --extra-arg=-Wno-unknown-warning-option -p build/lint --quiet <<<"$files" \
         >build/log/tidy.log 2>&1; then
         # Each finding once, however many sources include its header; the log has the whole story.
         grep -E ': (warning|error): ' build/log/tidy.log | sed "s|^$root/||" | sort -u
