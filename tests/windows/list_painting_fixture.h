@@ -7,6 +7,9 @@
 #include "tests/windows/list_view_peer_fixture.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <numeric>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -53,6 +56,10 @@ struct Shown {
         return found;
     }
     friend bool operator==(const Shown&, const Shown&) = default;
+    friend void PrintTo(const Shown& shown, std::ostream* out) {
+        const auto sum = std::accumulate(shown.pixels.begin(), shown.pixels.end(), std::uint64_t{});
+        *out << shown.width << " x " << shown.height << " pixels that add up to " << sum;
+    }
 };
 
 /// 0xRRGGBB of a system colour.
@@ -72,6 +79,8 @@ struct Texts {
 class Win32ListPainting : public ListViewPeerFixture {
 protected:
     Win32ListPainting() {
+        // What the pointer lies over is drawn in another way, after a while.
+        SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
         model_->setColumns({column(u"Date", 1500), column(u"Name", 1500), column(u"Message", 1500)});
         auto icons = std::make_shared<widgets::ImageList>();
         icons->add(u"green", std::make_shared<Filled>());
