@@ -44,7 +44,12 @@ std::string inCodePage(std::u16string_view text) {
 
 class ClipboardTest : public testing::Test {
 protected:
-    void SetUp() override { clipboard.setText(u"before"); }
+    void SetUp() override {
+        // A desktop that has just come up holds it for a moment itself.
+        for (int tries = 0; tries < 100 && !OpenClipboard(nullptr); ++tries) Sleep(50);
+        CloseClipboard();
+        clipboard.setText(u"before");
+    }
     /// Both forms, each ended by a zero; the system may round their sizes up.
     static void expectText(std::u16string_view text) {
         using namespace std::string_literals;
