@@ -4,6 +4,7 @@
 
 #include "platform/win32/handles.h"
 #include "platform/win32/wide_text.h"
+#include "tests/windows/open_clipboard.h"
 
 #include <gtest/gtest.h>
 
@@ -17,17 +18,7 @@
 namespace cvlog::tests {
 namespace {
 
-/// The bytes of a format, as many as the system keeps; "none" when the format is not there.
-std::string bytesOf(UINT format) {
-    std::string bytes = "none";
-    EXPECT_TRUE(OpenClipboard(nullptr));
-    if (HANDLE memory = GetClipboardData(format)) {
-        bytes.assign(static_cast<const char*>(GlobalLock(memory)), GlobalSize(memory));
-        GlobalUnlock(memory);
-    }
-    CloseClipboard();
-    return bytes;
-}
+std::string bytesOf(UINT format) { return OpenedClipboard().bytesOf(format); }
 
 std::string unitsAsBytes(std::u16string_view text) {
     return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)};
@@ -45,9 +36,9 @@ std::string inCodePage(std::u16string_view text) {
 class ClipboardTest : public testing::Test {
 protected:
     void SetUp() override {
-        // A desktop that has just come up holds it for a moment itself.
-        for (int tries = 0; tries < 100 && !OpenClipboard(nullptr); ++tries) Sleep(50);
-        CloseClipboard();
+        {
+            const OpenedClipboard free;
+        } // a desktop that has just come up holds it longer than a program waits
         clipboard.setText(u"before");
     }
     /// Both forms, each ended by a zero; the system may round their sizes up.
@@ -70,12 +61,13 @@ TEST_P(ClipboardText, IsThereInTheCodePageAndUnchanged) {
 
 TEST_F(ClipboardTest, TakesTheCodePageFirstAndKeepsItBesideTheOther) {
     clipboard.setText(u"text");
-    ASSERT_TRUE(OpenClipboard(nullptr));
     std::vector<UINT>
         formats; // in the order in which they came; those that the system makes of others come last
-    for (UINT format = EnumClipboardFormats(0); format != 0; format = EnumClipboardFormats(format))
-        formats.push_back(format);
-    CloseClipboard();
+    {
+        const OpenedClipboard opened;
+        for (UINT format = EnumClipboardFormats(0); format != 0; format = EnumClipboardFormats(format))
+            formats.push_back(format);
+    }
     ASSERT_FALSE(formats.empty());
     EXPECT_EQ(formats.front(), UINT{CF_TEXT});
     EXPECT_EQ(std::count(formats.begin(), formats.end(), UINT{CF_UNICODETEXT}), 1);
@@ -104,9 +96,8 @@ TEST_F(ClipboardTest, HoldsALongTextWhole) {
 TEST_F(ClipboardTest, ReplacesEverythingThatWasThere) {
     const UINT format = RegisterClipboardFormatW(L"CVLog test format");
     {
-        ASSERT_TRUE(OpenClipboard(nullptr));
+        const OpenedClipboard opened;
         ASSERT_TRUE(SetClipboardData(format, GlobalAlloc(GMEM_MOVEABLE, 4)));
-        CloseClipboard();
     }
     ASSERT_TRUE(IsClipboardFormatAvailable(format));
     clipboard.setText(u"after");
@@ -116,7 +107,7 @@ TEST_F(ClipboardTest, ReplacesEverythingThatWasThere) {
 
 TEST_F(ClipboardTest, IsOwnedByNobodyAndClosedAfterwards) {
     clipboard.setText(u"text");
-    EXPECT_EQ(GetOpenClipboardWindow(), nullptr);
+    EXPECT_TRUE(comesTrue([] { return GetOpenClipboardWindow() == nullptr; }));
     EXPECT_EQ(GetClipboardOwner(), nullptr) << "the window that owned it has gone";
     EXPECT_FALSE(CloseClipboard()) << "it is closed";
     expectText(u"text");
@@ -127,9 +118,8 @@ TEST_F(ClipboardTest, LeavesNoWindowsAndNoLocksBehind) {
     const DWORD before = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
     for (int i = 0; i < 50; ++i) clipboard.setText(u"text");
     EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), before);
-    ASSERT_TRUE(OpenClipboard(nullptr));
+    const OpenedClipboard opened;
     EXPECT_EQ(GlobalFlags(GetClipboardData(CF_UNICODETEXT)) & GMEM_LOCKCOUNT, 0U);
-    CloseClipboard();
 }
 
 /// Another thread that holds the clipboard until it is told to let go, as another program does.
@@ -137,12 +127,11 @@ class Holder {
 public:
     Holder()
         : thread_([this] {
-              OpenClipboard(nullptr);
+              const OpenedClipboard opened;
               std::unique_lock lock(mutex_);
               holding_ = true;
               changed_.notify_all();
               changed_.wait(lock, [this] { return !holding_; });
-              CloseClipboard();
           }) {
         std::unique_lock lock(mutex_);
         changed_.wait(lock, [this] { return holding_; });
@@ -176,10 +165,11 @@ TEST_F(ClipboardTest, FailsAndChangesNothingWhileAnotherThreadHoldsIt) {
 TEST_F(ClipboardTest, FailsAndLeavesItOpenForTheWindowThatHoldsIt) {
     const HWND window =
         CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-    ASSERT_TRUE(OpenClipboard(window));
-    EXPECT_THROW(clipboard.setText(u"after"), std::runtime_error);
-    EXPECT_EQ(GetOpenClipboardWindow(), window);
-    EXPECT_TRUE(CloseClipboard());
+    {
+        const OpenedClipboard opened(window);
+        EXPECT_THROW(clipboard.setText(u"after"), std::runtime_error);
+        EXPECT_EQ(GetOpenClipboardWindow(), window);
+    }
     expectText(u"before");
     DestroyWindow(window);
 }

@@ -2,7 +2,9 @@
 
 #include "core/log_row_kind.h"
 #include "tests/windows/log_window_fixture.h"
+#include "tests/windows/open_clipboard.h"
 
+#include <cstring>
 #include <string>
 
 namespace cvlog::platform::win32 {
@@ -36,14 +38,10 @@ protected:
         takeMessages();
     }
     static std::wstring clipboardText() {
-        std::wstring text = L"none";
-        EXPECT_TRUE(OpenClipboard(nullptr));
-        if (HANDLE memory = GetClipboardData(CF_UNICODETEXT)) {
-            text = static_cast<const wchar_t*>(GlobalLock(memory));
-            GlobalUnlock(memory);
-        }
-        CloseClipboard();
-        return text;
+        const std::string bytes = tests::OpenedClipboard().bytesOf(CF_UNICODETEXT);
+        std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
+        std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
+        return text.substr(0, text.find(L'\0'));
     }
 };
 
