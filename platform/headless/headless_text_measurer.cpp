@@ -38,19 +38,8 @@ std::int64_t HeadlessTextMeasurer::Metrics::advance(char16_t unit) const noexcep
     return unit >= kFirstFull ? full : other;
 }
 
-// Eight bytes a turn, as the turning would take longer than the adding.
-std::int64_t HeadlessTextMeasurer::Metrics::sum(std::string_view bytes) const noexcept {
-    constexpr std::size_t kTurn = 8;
-    const auto of = [this](char byte) { return ofByte[static_cast<unsigned char>(byte)]; };
-    std::int64_t sum = 0;
-    for (; bytes.size() >= kTurn; bytes.remove_prefix(kTurn))
-        for (std::size_t i = 0; i < kTurn; ++i) sum += of(bytes[i]);
-    for (const char byte : bytes) sum += of(byte);
-    return sum;
-}
-
 std::int64_t HeadlessTextMeasurer::Metrics::sum(base::CompactTextView text) const noexcept {
-    if (text.inBytes()) return sum(text.bytes());
+    if (text.inBytes()) return base::sumOf(text.bytes(), ofByte);
     std::int64_t sum = 0;
     for (const char16_t unit : text.wide()) sum += advance(unit);
     return sum;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/byte_sum.h"
 #include "ports/text_measurer.h"
 
-#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -24,10 +24,9 @@ private:
         explicit Metrics(const base::Font& measured);
         std::int64_t advance(char16_t unit) const noexcept;
         std::int64_t sum(base::CompactTextView text) const noexcept;
-        std::int64_t sum(std::string_view bytes) const noexcept;
 
         base::Font font;
-        std::array<std::int64_t, 0x100> ofByte{}; // of the characters that a byte can tell
+        base::NumbersOfBytes ofByte{}; // of the characters that a byte can tell
         std::int64_t other = 0;
         std::int64_t full = 0;
     };

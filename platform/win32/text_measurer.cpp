@@ -1,5 +1,6 @@
 #include "platform/win32/text_measurer.h"
 
+#include "base/byte_sum.h"
 #include "platform/win32/screen_units.h"
 #include "platform/win32/system_font.h"
 #include "platform/win32/wide_text.h"
@@ -9,7 +10,6 @@
 #include <cstdint>
 #include <optional>
 #include <stdexcept>
-#include <type_traits>
 
 namespace cvlog::platform::win32 {
 
@@ -55,7 +55,7 @@ public:
     const base::Font& font() const noexcept { return font_; }
 
     int width(base::CompactTextView text) {
-        const std::int64_t usual = text.inBytes() ? usualSum(text.bytes()) : usualSum(text.wide());
+        const std::int64_t usual = text.inBytes() ? base::sumOf(text.bytes(), usual_) : usualSum(text.wide());
         return usual < kUnusual ? static_cast<int>(usual) : unusualWidth(text.in(wide_));
     }
 
@@ -105,12 +105,10 @@ private:
 
     /// Of a text of plain ASCII, which most are; kUnusual or more for any other. Looks at the whole text before
     /// it decides: without a branch for each character that takes half the time.
-    template <class Text>
-    std::int64_t usualSum(Text text) const noexcept {
+    std::int64_t usualSum(std::u16string_view text) const noexcept {
         std::int64_t total = 0;
         unsigned units = 0;
-        for (const auto each : text) {
-            const auto unit = static_cast<std::make_unsigned_t<decltype(each)>>(each);
+        for (const char16_t unit : text) {
             total += usual_[unit % kUsualCount];
             units |= unit;
         }
@@ -133,8 +131,8 @@ private:
     base::Font font_;
     FontHandle handle_;
     bool addsUp_ = false;
-    std::u16string wide_;                         // room for what was given in bytes
-    std::array<std::int64_t, kUsualCount> usual_; // advances, or kUnusual where they do not add up
+    std::u16string wide_;        // room for what was given in bytes
+    base::NumbersOfBytes usual_; // advances, or kUnusual where they do not add up
     std::array<std::unique_ptr<Page>, 0x10000 / kPageSize> pages_;
 };
 
