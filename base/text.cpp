@@ -67,11 +67,25 @@ Utf8Lead leadOf(unsigned char byte) noexcept {
     return {0, 0, 0};
 }
 
-bool areAscii(const char* eight) noexcept {
-    std::uint64_t bytes = 0;
-    std::memcpy(&bytes, eight, sizeof bytes);
-    return (bytes & 0x8080808080808080) == 0;
+constexpr std::uint64_t kHighBits = 0x8080'8080'8080'8080;
+
+template <class Word>
+Word wordAt(const char* bytes) noexcept {
+    Word word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
 }
+
+// Of a text that has a word at least. The last word may have bytes of the one before it.
+template <class Word>
+bool areAllAscii(std::string_view bytes) noexcept {
+    const std::size_t last = bytes.size() - sizeof(Word);
+    Word all = wordAt<Word>(bytes.data() + last);
+    for (std::size_t at = 0; at < last; at += sizeof(Word)) all |= wordAt<Word>(bytes.data() + at);
+    return (all & static_cast<Word>(kHighBits)) == 0;
+}
+
+bool areAscii(const char* eight) noexcept { return (wordAt<std::uint64_t>(eight) & kHighBits) == 0; }
 
 // How many bytes in front are ASCII.
 std::size_t asciiInFront(const char* bytes, std::size_t count) noexcept {
@@ -207,13 +221,9 @@ std::u16string fromUtf8(std::string_view text) {
 }
 
 bool isAscii(std::string_view bytes) noexcept {
-    constexpr std::size_t kStep = 8;
-    if (bytes.size() >= kStep && !areAscii(bytes.data() + bytes.size() - kStep)) return false;
-    std::size_t at = 0;
-    for (; at + kStep <= bytes.size(); at += kStep)
-        if (!areAscii(bytes.data() + at)) return false;
-    return bytes.size() >= kStep ||
-           std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+    if (bytes.size() >= sizeof(std::uint64_t)) return areAllAscii<std::uint64_t>(bytes);
+    if (bytes.size() >= sizeof(std::uint32_t)) return areAllAscii<std::uint32_t>(bytes);
+    return std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
 bool isAscii(std::u16string_view text) noexcept {

@@ -69,7 +69,8 @@ std::u16string_view CleanMessageInPlace(std::u16string& text) noexcept {
 }
 
 std::string_view CleanMessageInPlace(std::string& ascii) noexcept {
-    for (char& byte : ascii) byte = byte < ' ' ? ' ' : byte;
+    for (char& byte : ascii)
+        byte = static_cast<char>(std::max<unsigned char>(static_cast<unsigned char>(byte), ' '));
     const std::size_t begin = std::min(ascii.find_first_not_of(' '), ascii.size());
     return std::string_view(ascii).substr(begin, ascii.find_last_not_of(' ') + 1 - begin);
 }
