@@ -118,9 +118,9 @@ bool Expansion::goOnAfterInput() {
 
 // Runs whatever waits. False when the expansion is to stop.
 bool Expansion::yield() {
+    rows_.forget(); // also the host's objects: it may close its repository meanwhile
     const bool programGoesOn = globals_.platform.pump.yield();
     owner_.showBusy();
-    rows_.forget();
     if (children_.entryPosition() == 0) return false;
     const bool cancelled = dialog_ && (dialog_->Cancelled() || !dialog_->isLoaded());
     return programGoesOn && !cancelled;

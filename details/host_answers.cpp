@@ -26,11 +26,26 @@ void HostAnswers::keep(Answer<T>& answer, T&& now) const {
     answer.askedIn = round_;
 }
 
-void HostAnswers::ask(Answer<EntityTypeAnswer>& answer, HostName& name) const {
+// What fails finds nothing. It may have failed because its objects are not the host's any more.
+template <class LookUp>
+void HostAnswers::tryTo(LookUp&& lookUp) {
+    if (!base::ignoring(lookUp)) letGo();
+}
+
+hostapi::Repository HostAnswers::repository() {
+    if (!repository_) repository_ = globals_.store.Workspace.repository();
+    return repository_;
+}
+
+hostapi::Collection HostAnswers::types() {
+    if (!types_) types_ = repository().erd().entities();
+    return types_;
+}
+
+void HostAnswers::ask(Answer<EntityTypeAnswer>& answer, HostName& name) {
     EntityTypeAnswer type;
-    base::ignoring([&] {
-        const hostapi::Repository repository = globals_.store.Workspace.repository();
-        const hostapi::EntityType found(repository.erd().entities().item(textOf(name)));
+    tryTo([&] {
+        const hostapi::EntityType found(types().item(textOf(name)));
         type.found = static_cast<bool>(found);
         if (!type.found) return;
         base::ignoring([&] { type.displayName = found.displayName(); });
@@ -39,11 +54,10 @@ void HostAnswers::ask(Answer<EntityTypeAnswer>& answer, HostName& name) const {
     keep(answer, std::move(type));
 }
 
-void HostAnswers::ask(Answer<ObjectAnswer>& answer, HostName& type, HostName& name) const {
+void HostAnswers::ask(Answer<ObjectAnswer>& answer, HostName& type, HostName& name) {
     ObjectAnswer object;
-    base::ignoring([&] {
-        const hostapi::Repository repository = globals_.store.Workspace.repository();
-        const hostapi::RepositoryObject found = repository.findObject(textOf(type), textOf(name), u"");
+    tryTo([&] {
+        const hostapi::RepositoryObject found = repository().findObject(textOf(type), textOf(name), u"");
         object.found = static_cast<bool>(found);
         if (!object.found) return;
         base::ignoring([&] { object.displayName = found.displayName(); });

@@ -55,32 +55,46 @@ class HostAnswers {
 public:
     explicit HostAnswers(core::Globals& globals) : globals_(globals) {}
 
-    /// What was said before may not be true any more.
-    void nextRound() noexcept { ++round_; }
+    /// What was said before may not be true any more. Lets go of the host's objects.
+    void nextRound() noexcept {
+        ++round_;
+        letGo();
+    }
     std::uint32_t round() const noexcept { return round_; }
 
     // Each of these asks when that was not done in this round.
-    void refresh(Answer<EntityTypeAnswer>& type, HostName& name) const {
+    void refresh(Answer<EntityTypeAnswer>& type, HostName& name) {
         if (type.askedIn != round_) ask(type, name);
     }
-    void refresh(Answer<ObjectAnswer>& object, HostName& type, HostName& name) const {
+    void refresh(Answer<ObjectAnswer>& object, HostName& type, HostName& name) {
         if (object.askedIn != round_) ask(object, type, name);
     }
     /// Throws when the host has no text for the code.
-    void refresh(Answer<std::u16string>& text, HostName& code) const {
+    void refresh(Answer<std::u16string>& text, HostName& code) {
         if (text.askedIn != round_) ask(text, code);
     }
 
 private:
-    void ask(Answer<EntityTypeAnswer>& type, HostName& name) const;
-    void ask(Answer<ObjectAnswer>& object, HostName& type, HostName& name) const;
+    void ask(Answer<EntityTypeAnswer>& type, HostName& name);
+    void ask(Answer<ObjectAnswer>& object, HostName& type, HostName& name);
     void ask(Answer<std::u16string>& text, HostName& code) const;
     template <class T>
     void keep(Answer<T>& answer, T&& now) const;
     const std::u16string& textOf(HostName& name) const;
 
+    template <class LookUp>
+    void tryTo(LookUp&& lookUp);
+    hostapi::Repository repository();
+    hostapi::Collection types();
+    void letGo() noexcept {
+        repository_ = {};
+        types_ = {};
+    }
+
     core::Globals& globals_;
     std::uint32_t round_ = 1;
+    hostapi::Repository repository_; // of this round; null until it is needed
+    hostapi::Collection types_;      // its entity types
 };
 
 /// Whether bytes are the same text in every code page.

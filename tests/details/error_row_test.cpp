@@ -110,11 +110,33 @@ TEST_F(ErrorRow, AsksTheHostOnceForWhatIsTheSame) {
     EXPECT_EQ(asked("Entities.Item").size(), 1U);
     EXPECT_EQ(asked("Repository.FindObject").size(), 2U) << "also that there is no such object";
     EXPECT_EQ(asked("Workspace.TranslateReturnCode").size(), 2U);
+    EXPECT_EQ(asked("Workspace.Repository").size(), 1U);
+    EXPECT_EQ(asked("ERD.Entities").size(), 1U);
     rows.forget();
     fill(errorLine("PROG", "PAYROLL", "Error", "E1", "m"));
     EXPECT_EQ(asked("Entities.Item").size(), 2U);
     EXPECT_EQ(asked("Repository.FindObject").size(), 3U);
     EXPECT_EQ(asked("Workspace.TranslateReturnCode").size(), 3U);
+    EXPECT_EQ(asked("Workspace.Repository").size(), 2U);
+    EXPECT_EQ(asked("ERD.Entities").size(), 2U);
+}
+
+TEST_F(ErrorRow, AsksForTheRepositoryAgainOnceItFailed) {
+    world.host.repository->raise(u"FindObject",
+                                 automation::AutomationError(automation::code::kOverflow, u"closed"));
+    EXPECT_TRUE(
+        cells(errorLine("PROG", "PAYROLL", "", "", "")).starts_with("Type=Program{PROG}[PROG]|Name=|"));
+    fill(errorLine("PROG", "OTHER", "", "", ""));
+    EXPECT_EQ(asked("Workspace.Repository").size(), 2U) << "it may not be the host's any more";
+}
+
+TEST_F(ErrorRow, HoldsNoObjectsOfTheHostOnceItForgot) {
+    const auto uses = [&] { return world.host.repository.use_count() + world.host.entities.use_count(); };
+    const auto before = uses();
+    fill(errorLine("PROG", "PAYROLL", "Error", "E1", "m"));
+    EXPECT_GT(uses(), before);
+    rows.forget();
+    EXPECT_EQ(uses(), before);
 }
 
 TEST_F(ErrorRow, SharesWithOthersWhatTheyHaveInCommon) {
