@@ -23,8 +23,8 @@ public:
     void add(char16_t kind, bool hidden) {
         if (find(kind)) return;
         const char16_t folded = items_.emplace_back(base::foldCase(kind), hidden).first;
-        for (char16_t unit = 0; unit < hiddenAscii_.size(); ++unit)
-            if (base::foldCase(unit) == folded) hiddenAscii_.set(unit, hidden);
+        for (std::size_t unit = 0; unit < hiddenAscii_.size(); ++unit)
+            if (base::foldCase(static_cast<char16_t>(unit)) == folded) hiddenAscii_.set(unit, hidden);
     }
 
     /// False for a kind that is not there.

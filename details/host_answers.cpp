@@ -18,7 +18,7 @@ const std::u16string& HostAnswers::textOf(HostName& name) const {
 }
 
 template <class T>
-void HostAnswers::keep(Answer<T>& answer, T&& now) const {
+void HostAnswers::keep(Answer<T>& answer, T now) const {
     if (answer.version == 0 || !(now == answer.value)) {
         answer.value = std::move(now);
         ++answer.version;

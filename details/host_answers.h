@@ -79,7 +79,7 @@ private:
     void ask(Answer<ObjectAnswer>& object, HostName& type, HostName& name);
     void ask(Answer<std::u16string>& text, HostName& code) const;
     template <class T>
-    void keep(Answer<T>& answer, T&& now) const;
+    void keep(Answer<T>& answer, T now) const;
     const std::u16string& textOf(HostName& name) const;
 
     template <class LookUp>
