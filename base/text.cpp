@@ -1,5 +1,7 @@
 #include "base/text.h"
 
+#include "base/byte_words.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstring>
@@ -67,32 +69,14 @@ Utf8Lead leadOf(unsigned char byte) noexcept {
     return {0, 0, 0};
 }
 
-constexpr std::uint64_t kHighBits = 0x8080'8080'8080'8080;
-
-template <class Word>
-Word wordAt(const char* bytes) noexcept {
-    Word word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return word;
-}
-
-// Of a text that has a word at least. The last word may have bytes of the one before it.
-template <class Word>
-bool areAllAscii(std::string_view bytes) noexcept {
-    const std::size_t last = bytes.size() - sizeof(Word);
-    Word all = wordAt<Word>(bytes.data() + last);
-    for (std::size_t at = 0; at < last; at += sizeof(Word)) all |= wordAt<Word>(bytes.data() + at);
-    return (all & static_cast<Word>(kHighBits)) == 0;
-}
-
-bool areAscii(const char* eight) noexcept { return (wordAt<std::uint64_t>(eight) & kHighBits) == 0; }
+bool areAscii(const char* word) noexcept { return bytesBeyondAscii(wholeWordAt(word)) == 0; }
 
 // How many bytes in front are ASCII.
 std::size_t asciiInFront(const char* bytes, std::size_t count) noexcept {
-    constexpr std::size_t kStep = 8;
+    constexpr std::size_t kStep = kBytesOfWord;
     std::size_t plain = 0;
     while (plain + kStep <= count && areAscii(bytes + plain)) plain += kStep;
-    // The rest is mostly ASCII as well: eight bytes at the end tell.
+    // The rest is mostly ASCII as well: the last word tells.
     if (plain < count && count - plain < kStep && count >= kStep && areAscii(bytes + count - kStep))
         return count;
     while (plain < count && static_cast<unsigned char>(bytes[plain]) < 0x80) ++plain;
@@ -168,6 +152,11 @@ bool equalsIgnoringCase(std::u16string_view left, std::u16string_view right) noe
                       [](char16_t a, char16_t b) { return a == b || foldCase(a) == foldCase(b); });
 }
 
+bool isSame(std::u16string_view left, std::u16string_view right) noexcept {
+    return left.size() == right.size() &&
+           std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
+}
+
 std::u16string folded(std::u16string_view text) {
     std::u16string result(text);
     std::transform(result.begin(), result.end(), result.begin(), foldCase);
@@ -220,11 +209,7 @@ std::u16string fromUtf8(std::string_view text) {
     return out;
 }
 
-bool isAscii(std::string_view bytes) noexcept {
-    if (bytes.size() >= sizeof(std::uint64_t)) return areAllAscii<std::uint64_t>(bytes);
-    if (bytes.size() >= sizeof(std::uint32_t)) return areAllAscii<std::uint32_t>(bytes);
-    return std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-}
+bool isAscii(std::string_view bytes) noexcept { return !anyByte(bytes, bytesBeyondAscii); }
 
 bool isAscii(std::u16string_view text) noexcept {
     return std::ranges::all_of(text, [](char16_t unit) { return unit < 0x80; });

@@ -16,6 +16,9 @@ char16_t foldCase(char16_t unit) noexcept;
 /// two different keys could collide.
 bool equalsIgnoringCase(std::u16string_view left, std::u16string_view right) noexcept;
 
+/// Equal code unit by code unit. Quicker than what the library does to find out which of two is the lesser.
+bool isSame(std::u16string_view left, std::u16string_view right) noexcept;
+
 /// The text in its folded form, for use as a map key.
 std::u16string folded(std::u16string_view text);
 

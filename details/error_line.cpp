@@ -1,6 +1,7 @@
 #include "details/error_line.h"
 
-#include "details/byte_words.h"
+#include "base/byte_words.h"
+#include "base/text.h"
 
 #include <array>
 #include <cstring>
@@ -21,8 +22,8 @@ struct Message {
 
 Message cleaned(std::span<char> text) noexcept {
     bool isAscii = true;
-    if (AnyUnusual(viewOf(text))) {
-        isAscii = !AnyByte(viewOf(text), BytesBeyondAscii);
+    if (base::anyUnusual(viewOf(text))) {
+        isAscii = base::isAscii(viewOf(text));
         for (char& byte : text)
             if (static_cast<unsigned char>(byte) < ' ') byte = ' ';
     }
@@ -47,7 +48,7 @@ public:
     /// kNone when there is none any more.
     std::size_t next() noexcept {
         while (places_ == 0) {
-            begin_ += kBytesOfBlock;
+            begin_ += base::kBytesOfBlock;
             if (begin_ >= line_.size()) return kNone;
             places_ = placesFrom(line_, begin_);
         }
@@ -62,10 +63,10 @@ private:
     // Not in line, so that reading fields has registers enough.
     [[gnu::noinline]] static std::uint64_t placesFrom(std::string_view line, std::size_t begin) noexcept {
         const std::string_view text = line.substr(begin);
-        if (text.size() >= kBytesOfBlock) return PlacesInBlock(text.data(), '"');
-        char block[kBytesOfBlock] = {};
+        if (text.size() >= base::kBytesOfBlock) return base::placesInBlock(text.data(), '"');
+        char block[base::kBytesOfBlock] = {};
         std::memcpy(block, text.data(), text.size());
-        return PlacesInBlock(block, '"');
+        return base::placesInBlock(block, '"');
     }
 
     std::string_view line_;
@@ -90,8 +91,8 @@ std::size_t readUsualFields(std::string_view line, Fields& fields) noexcept {
 
 /// The same where all of it lies in the first block, as it mostly does.
 std::size_t readShortFields(std::string_view line, Fields& fields) noexcept {
-    if (line.size() < kBytesOfBlock) return 0;
-    std::uint64_t quotes = PlacesInBlock(line.data(), '"');
+    if (line.size() < base::kBytesOfBlock) return 0;
+    std::uint64_t quotes = base::placesInBlock(line.data(), '"');
     const auto next = [&quotes] { // as many as a block has bytes when there is none any more
         const int place = std::countr_zero(quotes);
         quotes &= quotes - 1;
@@ -101,7 +102,7 @@ std::size_t readShortFields(std::string_view line, Fields& fields) noexcept {
     for (Field& field : fields) {
         if (next() != begin) return 0;
         const std::size_t close = next();
-        if (close + 1 >= kBytesOfBlock || !isSeparator(line[close + 1])) return 0;
+        if (close + 1 >= base::kBytesOfBlock || !isSeparator(line[close + 1])) return 0;
         field = {line.data() + begin + 1, close - begin - 1};
         begin = close + 2;
     }

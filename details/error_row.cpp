@@ -1,5 +1,7 @@
 #include "details/error_row.h"
 
+#include "base/text.h"
+
 #include <charconv>
 #include <iterator>
 
@@ -50,8 +52,8 @@ bool ErrorRows::isHiddenBeyondAscii(std::string_view code) {
 
 widgets::RowPtr ErrorRows::FillErrorRow(std::span<char> line, int n) {
     const ErrorLine parts = ParseErrorLine(line);
-    const bool isHidden = IsAscii(parts.code) ? hides(globals_.options.ErrorsListFilter, parts.code)
-                                              : isHiddenBeyondAscii(parts.code);
+    const bool isHidden = base::isAscii(parts.code) ? hides(globals_.options.ErrorsListFilter, parts.code)
+                                                    : isHiddenBeyondAscii(parts.code);
     if (isHidden) return {};
     const widgets::RowPtr& model = models_.of(parts);
     const widgets::OwnText own[] = {ownText(ChildCell::Num, CellField::Tag, number_.digitsOf(n)),

@@ -1,13 +1,28 @@
 #include "details/host_answers.h"
 
 #include "base/failure.h"
+#include "base/text.h"
 
 #include <algorithm>
 
 namespace cvlog::details {
 
+namespace {
+
+using base::isSame;
+bool isSame(const EntityTypeAnswer& left, const EntityTypeAnswer& right) noexcept {
+    return left.found == right.found && isSame(left.displayName, right.displayName) &&
+           isSame(left.icon, right.icon);
+}
+bool isSame(const ObjectAnswer& left, const ObjectAnswer& right) noexcept {
+    return left.found == right.found && isSame(left.displayName, right.displayName) &&
+           isSame(left.id, right.id);
+}
+
+} // namespace
+
 void DecodeBytes(core::Globals& globals, std::string_view bytes, std::u16string& text) {
-    if (!IsAscii(bytes)) return globals.platform.codePage.decode(bytes, text);
+    if (!base::isAscii(bytes)) return globals.platform.codePage.decode(bytes, text);
     text.resize(bytes.size());
     std::ranges::transform(bytes, text.begin(), [](char byte) { return static_cast<char16_t>(byte); });
 }
@@ -19,7 +34,7 @@ const std::u16string& HostAnswers::textOf(HostName& name) const {
 
 template <class T>
 void HostAnswers::keep(Answer<T>& answer, T now) const {
-    if (answer.version == 0 || !(now == answer.value)) {
+    if (answer.version == 0 || !isSame(now, answer.value)) {
         answer.value = std::move(now);
         ++answer.version;
     }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "core/globals.h"
-#include "details/byte_words.h"
 
 #include <cstdint>
 #include <functional>
@@ -23,14 +22,12 @@ struct EntityTypeAnswer {
     bool found = false;
     std::u16string displayName;
     std::u16string icon;
-    friend bool operator==(const EntityTypeAnswer&, const EntityTypeAnswer&) = default;
 };
 
 struct ObjectAnswer {
     bool found = false;
     std::u16string displayName;
     std::u16string id;
-    friend bool operator==(const ObjectAnswer&, const ObjectAnswer&) = default;
 };
 
 /// Finds things by bytes of an errors file, without making a string of them first.
@@ -97,8 +94,6 @@ private:
     hostapi::Collection types_;      // its entity types
 };
 
-/// Whether bytes are the same text in every code page.
-inline bool IsAscii(std::string_view bytes) noexcept { return !AnyByte(bytes, BytesBeyondAscii); }
 /// Decodes bytes of the system's code page; `text` keeps its memory.
 void DecodeBytes(core::Globals& globals, std::string_view bytes, std::u16string& text);
 

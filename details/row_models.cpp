@@ -1,7 +1,7 @@
 #include "details/row_models.h"
 
+#include "base/byte_words.h"
 #include "core/log_row_kind.h"
-#include "details/byte_words.h"
 
 #include <algorithm>
 
@@ -20,7 +20,8 @@ constexpr int kSlotShift = 64 - 6;
 
 // Of four to seven small letters. The bit that makes a letter small makes no other byte one.
 bool isWord(std::string_view text, std::string_view letters) noexcept {
-    return text.size() == letters.size() && (ShortWord(text) | (kEachByte * 0x20)) == ShortWord(letters);
+    return text.size() == letters.size() &&
+           (base::shortWord(text) | (base::kEachByte * 0x20)) == base::shortWord(letters);
 }
 
 template <class T>
@@ -54,19 +55,35 @@ RowModels::Severity RowModels::severityOf(std::string_view word) noexcept {
 }
 
 bool RowModels::Group::isOf(const ErrorLine& line) const noexcept {
-    return EqualBytes(objectName.bytes, line.objectName) && EqualBytes(typeName.bytes, line.typeName);
+    return base::equalBytes(objectName.bytes, line.objectName) &&
+           base::equalBytes(typeName.bytes, line.typeName);
+}
+
+// Messages about one object come together and have several codes: their rows, which lie apart, are brought near at once
+// rather than one by one.
+void RowModels::Group::fetchRows() const noexcept {
+    constexpr int kToWrite = 1;
+    constexpr std::ptrdiff_t kNextLine = 64;
+    for (const Model& model : models) {
+        const auto* const row = reinterpret_cast<const char*>(model.row.get());
+        __builtin_prefetch(row, kToWrite);
+        __builtin_prefetch(row + kNextLine, kToWrite);
+    }
 }
 
 bool RowModels::Model::isOf(Severity word, std::string_view bytes, std::uint64_t begin) const noexcept {
     return codeBegin == begin && codeSize == bytes.size() && severity == word &&
-           (bytes.size() <= kBytesOfWord || code->code.bytes == bytes);
+           (bytes.size() <= base::kBytesOfWord || code->code.bytes == bytes);
 }
 
 const widgets::RowPtr& RowModels::of(const ErrorLine& line) {
-    if (!last_ || !last_->isOf(line)) last_ = &groupOf(line);
+    if (!last_ || !last_->isOf(line)) {
+        last_ = &groupOf(line);
+        last_->fetchRows();
+    }
     Group& group = *last_;
     const Severity severity = severityOf(line.severity);
-    const std::uint64_t begin = FirstWord(line.code);
+    const std::uint64_t begin = base::firstWord(line.code);
     std::uint8_t& slot = group.slots[static_cast<std::size_t>(begin * kScatter >> kSlotShift)];
     Model* model = slot < group.models.size() ? &group.models[slot] : nullptr;
     if (!model || !model->isOf(severity, line.code, begin))
@@ -77,7 +94,7 @@ const widgets::RowPtr& RowModels::of(const ErrorLine& line) {
 
 RowModels::Model& RowModels::modelIn(Group& group, Severity severity, std::string_view code,
                                      std::uint8_t& slot) {
-    const std::uint64_t begin = FirstWord(code);
+    const std::uint64_t begin = base::firstWord(code);
     const auto known = std::ranges::find_if(
         group.models, [&](const Model& model) { return model.isOf(severity, code, begin); });
     Model& model = known == group.models.end() ? addModel(group, severity, code) : *known;
@@ -102,7 +119,7 @@ RowModels::Model& RowModels::addModel(Group& group, Severity severity, std::stri
     Model made;
     made.severity = severity;
     made.codeSize = bytes.size();
-    made.codeBegin = FirstWord(bytes);
+    made.codeBegin = base::firstWord(bytes);
     made.code = &code;
     if (group.models.size() < kMostModelsOfObject) return group.models.emplace_back(std::move(made));
     return group.models[group.oldest++ % kMostModelsOfObject] = std::move(made);

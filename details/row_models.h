@@ -67,6 +67,7 @@ private:
     /// The models of one object.
     struct Group {
         bool isOf(const ErrorLine& line) const noexcept;
+        void fetchRows() const noexcept;
         HostName typeName;
         HostName objectName;
         Answer<EntityTypeAnswer>* type = nullptr;
