@@ -21,27 +21,28 @@ float partOfHeight(char16_t unit) noexcept {
     return kWide.find(unit) != std::u16string_view::npos ? 0.9F : 0.55F;
 }
 
+std::int64_t advance(const base::Font& font, char16_t unit) {
+    const float height = font.points * kTwipsPerPoint * (font.weight >= base::kBoldWeight ? 1.1F : 1.0F);
+    return std::lround(height * partOfHeight(unit));
+}
+
+base::NumbersOfBytes advancesOfBytes(const base::Font& font) {
+    base::NumbersOfBytes advances;
+    for (std::size_t i = 0; i < advances.size(); ++i) advances[i] = advance(font, static_cast<char16_t>(i));
+    return advances;
+}
+
 } // namespace
 
-HeadlessTextMeasurer::Metrics::Metrics(const base::Font& measured) : font(measured) {
-    const float height = font.points * kTwipsPerPoint * (font.weight >= base::kBoldWeight ? 1.1F : 1.0F);
-    const auto twips = [height](char16_t unit) {
-        return std::int64_t{std::lround(height * partOfHeight(unit))};
-    };
-    for (std::size_t i = 0; i < ofByte.size(); ++i) ofByte[i] = twips(static_cast<char16_t>(i));
-    other = twips(kFirstFull - 1);
-    full = twips(kFirstFull);
-}
+HeadlessTextMeasurer::Metrics::Metrics(const base::Font& measured)
+    : font(measured), ofBytes(advancesOfBytes(measured)), other(advance(measured, kFirstFull - 1)),
+      full(advance(measured, kFirstFull)) {}
 
-std::int64_t HeadlessTextMeasurer::Metrics::advance(char16_t unit) const noexcept {
-    if (unit < ofByte.size()) return ofByte[unit];
-    return unit >= kFirstFull ? full : other;
-}
-
-std::int64_t HeadlessTextMeasurer::Metrics::sum(base::CompactTextView text) const noexcept {
-    if (text.inBytes()) return base::sumOf(text.bytes(), ofByte);
+std::int64_t HeadlessTextMeasurer::Metrics::sum(base::CompactTextView text) {
+    if (text.inBytes()) return ofBytes.of(text.bytes());
     std::int64_t sum = 0;
-    for (const char16_t unit : text.wide()) sum += advance(unit);
+    for (const char16_t unit : text.wide())
+        sum += unit < 0x100 ? ofBytes.ofByte(unit) : unit >= kFirstFull ? full : other;
     return sum;
 }
 

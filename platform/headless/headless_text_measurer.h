@@ -22,13 +22,12 @@ private:
     /// A font with the advances of the first characters and of those beyond, narrow or wide.
     struct Metrics {
         explicit Metrics(const base::Font& measured);
-        std::int64_t advance(char16_t unit) const noexcept;
-        std::int64_t sum(base::CompactTextView text) const noexcept;
+        std::int64_t sum(base::CompactTextView text);
 
         base::Font font;
-        base::NumbersOfBytes ofByte{}; // of the characters that a byte can tell
-        std::int64_t other = 0;
-        std::int64_t full = 0;
+        base::ByteSum ofBytes; // of the characters that a byte can tell
+        std::int64_t other;
+        std::int64_t full;
     };
 
     std::vector<Metrics> fonts_;

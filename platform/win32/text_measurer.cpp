@@ -47,15 +47,17 @@ public:
         std::u16string visible;
         for (char16_t unit = u' '; unit <= u'~'; ++unit) visible += unit;
         addsUp_ = sum(visible) == extent(visible) && sum(kTightText) == extent(kTightText);
-        usual_.fill(kUnusual);
+        base::NumbersOfBytes usual;
+        usual.fill(kUnusual);
         for (const char16_t unit : visible)
-            if (addsUp_) usual_[unit] = advance(unit);
+            if (addsUp_) usual[unit] = advance(unit);
+        usual_ = base::ByteSum(usual);
     }
 
     const base::Font& font() const noexcept { return font_; }
 
     int width(base::CompactTextView text) {
-        const std::int64_t usual = text.inBytes() ? base::sumOf(text.bytes(), usual_) : usualSum(text.wide());
+        const std::int64_t usual = text.inBytes() ? usual_.of(text.bytes()) : usualSum(text.wide());
         return usual < kUnusual ? static_cast<int>(usual) : unusualWidth(text.in(wide_));
     }
 
@@ -109,7 +111,7 @@ private:
         std::int64_t total = 0;
         unsigned units = 0;
         for (const char16_t unit : text) {
-            total += usual_[unit % kUsualCount];
+            total += usual_.ofByte(unit % kUsualCount);
             units |= unit;
         }
         return units < kUsualCount ? total : kUnusual;
@@ -131,8 +133,8 @@ private:
     base::Font font_;
     FontHandle handle_;
     bool addsUp_ = false;
-    std::u16string wide_;        // room for what was given in bytes
-    base::NumbersOfBytes usual_; // advances, or kUnusual where they do not add up
+    std::u16string wide_; // room for what was given in bytes
+    base::ByteSum usual_; // advances, or kUnusual where they do not add up
     std::array<std::unique_ptr<Page>, 0x10000 / kPageSize> pages_;
 };
 
