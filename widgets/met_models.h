@@ -3,6 +3,7 @@
 #include "widgets/row_content.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace cvlog::widgets {
@@ -11,34 +12,28 @@ namespace cvlog::widgets {
 /// one could come to lie in the same place. Forgets the one or the other by itself.
 class MetModels {
 public:
-    bool has(const RowContent* model, ColumnSet covered) noexcept {
-        if (last_ && last_->is(model, covered)) return true; // mostly
-        const Met& met = placeOf(model);
-        if (!met.is(model, covered)) return false;
-        last_ = &met;
-        return true;
+    bool has(const RowContent* model, ColumnSet covered) const noexcept {
+        const Met& met = met_[placeOf(model)];
+        return met.model.get() == model && met.covered == covered;
     }
     void note(const RowContent* model, ColumnSet covered) noexcept {
-        placeOf(model) = {RowPtr(model), covered};
+        met_[placeOf(model)] = {RowPtr(model), covered};
     }
     void forget() noexcept { met_ = {}; }
 
 private:
     struct Met {
-        bool is(const RowContent* other, ColumnSet columns) const noexcept {
-            return model.get() == other && covered == columns;
-        }
         RowPtr model;
         ColumnSet covered;
     };
 
-    Met& placeOf(const RowContent* model) noexcept {
+    static std::size_t placeOf(const RowContent* model) noexcept {
         const auto address = reinterpret_cast<std::uintptr_t>(model);
-        return met_[(address >> 4 ^ address >> 10) % met_.size()];
+        return (address >> 4 ^ address >> 10) % kPlaces;
     }
 
-    std::array<Met, 64> met_;
-    const Met* last_ = nullptr; // the place of the one that was met last
+    static constexpr std::size_t kPlaces = 64;
+    std::array<Met, kPlaces> met_;
 };
 
 } // namespace cvlog::widgets
