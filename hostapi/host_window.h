@@ -12,8 +12,8 @@ public:
     using LateBound::LateBound;
     void setVisible(bool visible) const { required()->put(u"Visible", visible); }
     void setFont(const automation::ObjectRef& font) const { required()->put(u"Font", font); }
-    void bringToFront() const { required()->invoke(u"ZOrder", std::int32_t{0}); }
-    void setFocus() const { required()->invoke(u"SetFocus"); }
+    void bringToFront() const { invoke(u"ZOrder", std::int32_t{0}); }
+    void setFocus() const { invoke(u"SetFocus"); }
 };
 
 /// A window of the host that can hold the log.
@@ -33,13 +33,13 @@ public:
         return HostControl(automation::toObject(controls->invoke(u"Add", programId, name, container)));
     }
     /// The host lays the window out with the log in it.
-    void displayLog() const { required()->invoke(u"DisplayLog"); }
+    void displayLog() const { invoke(u"DisplayLog"); }
     /// In twips; the host may change what it is given.
     void move(double left, double top, double width, double height) const {
         automation::Value values[] = {left, top, width, height};
         required()->callByReference(u"Move", values);
     }
-    void setFocus() const { required()->invoke(u"SetFocus"); }
+    void setFocus() const { invoke(u"SetFocus"); }
     void setEnabled(bool enabled) const { required()->put(u"Enabled", enabled); }
     /// 0 the usual one, 11 the hourglass, 13 the arrow with the hourglass.
     void setMousePointer(std::int16_t pointer) const { required()->put(u"MousePointer", pointer); }

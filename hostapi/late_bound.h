@@ -5,6 +5,16 @@
 
 namespace cvlog::hostapi {
 
+/// The name of a member, as a literal: its length is known when the program is built, not counted at each call.
+class MemberName {
+public:
+    consteval MemberName(const char16_t* literal) : name_(literal) {}
+    operator std::u16string_view() const noexcept { return name_; }
+
+private:
+    std::u16string_view name_;
+};
+
 /// A host object known by what it offers. Calls fail with AutomationError, "Object required" when there is none.
 class LateBound {
 public:
@@ -21,14 +31,15 @@ protected:
             throw automation::AutomationError(automation::code::kObjectRequired, u"Object required");
         return object_;
     }
-    std::u16string text(std::u16string_view member) const {
-        return automation::toText(required()->get(member));
-    }
-    std::int32_t number(std::u16string_view member) const {
-        return automation::toInt32(required()->get(member));
-    }
-    automation::ObjectRef objectOf(std::u16string_view member) const {
+    std::u16string text(MemberName member) const { return automation::toText(required()->get(member)); }
+    std::int32_t number(MemberName member) const { return automation::toInt32(required()->get(member)); }
+    automation::ObjectRef objectOf(MemberName member) const {
         return automation::toObject(required()->get(member));
+    }
+
+    template <class... Arguments>
+    automation::Value invoke(MemberName member, Arguments&&... arguments) const {
+        return required()->invoke(member, std::forward<Arguments>(arguments)...);
     }
 
 private:
@@ -42,7 +53,7 @@ public:
     std::int32_t count() const { return number(u"Count"); }
     /// Nothing when the collection answers with an empty result.
     automation::ObjectRef item(automation::Value key) const {
-        return automation::toObject(required()->invoke(u"Item", std::move(key)));
+        return automation::toObject(invoke(u"Item", std::move(key)));
     }
 };
 

@@ -70,7 +70,7 @@ public:
     std::int32_t first() const { return number(u"LBound"); }
     std::int32_t last() const { return number(u"UBound"); }
     MenuItemFace item(std::int32_t index) const {
-        return MenuItemFace(automation::toObject(required()->invoke(u"Item", index)));
+        return MenuItemFace(automation::toObject(invoke(u"Item", index)));
     }
 };
 

@@ -12,11 +12,11 @@ public:
     using LateBound::LateBound;
     /// "" when the attribute is missing.
     std::u16string attribute(std::u16string_view name) const {
-        const automation::Value value = required()->invoke(u"getAttribute", name);
+        const automation::Value value = invoke(u"getAttribute", name);
         return value.isNothing() ? std::u16string() : automation::toText(value);
     }
     void setAttribute(std::u16string_view name, std::u16string_view value) const {
-        required()->invoke(u"setAttribute", name, value);
+        invoke(u"setAttribute", name, value);
     }
     OptionNode nextSibling() const { return OptionNode(objectOf(u"nextSibling")); }
 };
@@ -26,10 +26,10 @@ public:
     using LateBound::LateBound;
     /// Nothing when no node fits.
     OptionNode selectSingleNode(std::u16string_view xpath) const {
-        return OptionNode(automation::toObject(required()->invoke(u"selectSingleNode", xpath)));
+        return OptionNode(automation::toObject(invoke(u"selectSingleNode", xpath)));
     }
     /// Writes the document back; its listeners are told.
-    void save() const { required()->invoke(u"Save"); }
+    void save() const { invoke(u"Save"); }
 };
 
 } // namespace cvlog::hostapi

@@ -19,9 +19,7 @@ public:
     /// The user has broken the making off.
     bool interrupted() const { return automation::toBoolean(required()->get(u"Interrupted")); }
     void setOutputDirectory(std::u16string_view path) const { required()->put(u"OutputDirectory", path); }
-    void displayReport(const automation::ObjectRef& owner) const {
-        required()->invoke(u"DisplayReport", owner);
-    }
+    void displayReport(const automation::ObjectRef& owner) const { invoke(u"DisplayReport", owner); }
 };
 
 } // namespace cvlog::hostapi

@@ -25,7 +25,7 @@ public:
     std::u16string displayName() const { return text(u"DisplayName"); }
     EntityType entityType() const { return EntityType(objectOf(u"EntityType")); }
     std::u16string property(std::u16string_view name) const {
-        return automation::toText(required()->invoke(u"Property", name));
+        return automation::toText(invoke(u"Property", name));
     }
 };
 
@@ -36,7 +36,7 @@ public:
     Collection entities() const { return Collection(objectOf(u"Entities")); }
     /// The entity types, as a bit mask, that a flag name stands for.
     std::int32_t entityFlags(std::u16string_view name) const {
-        const auto flags = automation::toObject(required()->invoke(u"EntityFlags", name));
+        const auto flags = automation::toObject(invoke(u"EntityFlags", name));
         return Flags(flags).value();
     }
 
@@ -54,16 +54,16 @@ public:
     EntityModel erd() const { return EntityModel(objectOf(u"ERD")); }
     /// By the type's key name or display name; nothing when there is none such.
     RepositoryObject findObject(std::u16string_view type, std::u16string_view name) const {
-        return RepositoryObject(automation::toObject(required()->invoke(u"FindObject", type, name)));
+        return RepositoryObject(automation::toObject(invoke(u"FindObject", type, name)));
     }
     /// The same with the host's optional third argument.
     RepositoryObject findObject(std::u16string_view type, std::u16string_view name,
                                 std::u16string_view text) const {
-        return RepositoryObject(automation::toObject(required()->invoke(u"FindObject", type, name, text)));
+        return RepositoryObject(automation::toObject(invoke(u"FindObject", type, name, text)));
     }
     /// Nothing when the identifier is unknown.
     RepositoryObject object(std::u16string_view id) const {
-        return RepositoryObject(automation::toObject(required()->invoke(u"object", id)));
+        return RepositoryObject(automation::toObject(invoke(u"object", id)));
     }
 };
 

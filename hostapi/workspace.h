@@ -37,29 +37,27 @@ public:
     HostWindow mainWindow() const { return HostWindow(objectOf(u"CalvettaWindow")); }
 
     std::u16string name(HostName kind) const {
-        return automation::toText(required()->invoke(u"GetCalvettaName", static_cast<std::int32_t>(kind)));
+        return automation::toText(invoke(u"GetCalvettaName", static_cast<std::int32_t>(kind)));
     }
     std::u16string returnCodeText(std::int32_t code) const {
-        return automation::toText(required()->invoke(u"TranslateReturnCode", code));
+        return automation::toText(invoke(u"TranslateReturnCode", code));
     }
     /// The code of an error, which may be empty.
     std::u16string returnCodeText(std::u16string_view code) const {
-        return automation::toText(required()->invoke(u"TranslateReturnCode", code));
+        return automation::toText(invoke(u"TranslateReturnCode", code));
     }
     std::u16string productName() const { return productInfo(u"Product.Name"); }
     std::u16string workbenchName() const { return productInfo(u"Workbench.Name"); }
-    std::u16string helpFile() const {
-        return automation::toText(required()->invoke(u"GetHelpFile", u"Calvetta.hlp"));
-    }
+    std::u16string helpFile() const { return automation::toText(invoke(u"GetHelpFile", u"Calvetta.hlp")); }
 
     /// Sets the pointer that the host's main window shows. Answers the one before, which may be any number.
     std::int32_t setMainWindowCursor(std::int32_t pointer) const {
-        return automation::toInt32(required()->invoke(u"SetMainWindowCursor", pointer));
+        return automation::toInt32(invoke(u"SetMainWindowCursor", pointer));
     }
 
 private:
     std::u16string productInfo(std::u16string_view name) const {
-        return automation::toText(required()->invoke(u"GetProductInfo", name));
+        return automation::toText(invoke(u"GetProductInfo", name));
     }
 };
 
