@@ -118,7 +118,7 @@ RowModels::Model& RowModels::addModel(Group& group, Severity severity, std::stri
     code.code.bytes = bytes;
     Model made;
     made.severity = severity;
-    made.codeSize = bytes.size();
+    made.codeSize = static_cast<std::uint32_t>(bytes.size());
     made.codeBegin = base::firstWord(bytes);
     made.code = &code;
     if (group.models.size() < kMostModelsOfObject) return group.models.emplace_back(std::move(made));
@@ -130,13 +130,9 @@ void RowModels::update(Group& group, Model& model) {
     if (!group.typeName.bytes.empty()) host_.refresh(*group.type, group.typeName);
     if (!group.objectName.bytes.empty()) host_.refresh(group.object, group.typeName, group.objectName);
     host_.refresh(model.code->text, model.code->code);
-    const bool isGood = model.row && model.typeVersion == group.type->version &&
-                        model.objectVersion == group.object.version &&
-                        model.textVersion == model.code->text.version;
-    if (!isGood) model.row = makeRow(group, model);
-    model.typeVersion = group.type->version;
-    model.objectVersion = group.object.version;
-    model.textVersion = model.code->text.version;
+    const std::uint32_t versions = group.type->version + group.object.version + model.code->text.version;
+    if (!model.row || model.versions != versions) model.row = makeRow(group, model);
+    model.versions = versions;
     model.askedIn = host_.round();
 }
 

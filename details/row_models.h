@@ -47,22 +47,20 @@ public:
 
 private:
     static constexpr std::size_t kModelSlots = 64;
-    enum class Severity { Other, Warning, Error };
+    enum class Severity : std::uint8_t { Other, Warning, Error };
     struct CodeText {
         HostName code;
         Answer<std::u16string> text;
     };
     struct Model {
         bool isOf(Severity word, std::string_view bytes, std::uint64_t begin) const noexcept;
+        std::uint64_t codeBegin = 0; // this one and the next tell most codes apart
+        std::uint32_t codeSize = 0;
         Severity severity = Severity::Other;
-        std::uint32_t askedIn = 0; // the round in which the row was found to be good
-        std::size_t codeSize = 0;  // this one and the next tell most codes apart
-        std::uint64_t codeBegin = 0;
         CodeText* code = nullptr;
         widgets::RowPtr row;
-        std::uint32_t typeVersion = 0; // of the answers that the row was made of
-        std::uint32_t objectVersion = 0;
-        std::uint32_t textVersion = 0;
+        std::uint32_t versions = 0; // of the answers that the row was made of, added up: each only grows
+        std::uint32_t askedIn = 0;  // the round in which the row was found to be good
     };
     /// The models of one object.
     struct Group {
