@@ -32,7 +32,7 @@ private:
         return (address >> 4 ^ address >> 10) % kPlaces;
     }
 
-    static constexpr std::size_t kPlaces = 64;
+    static constexpr std::size_t kPlaces = 256;
     std::array<Met, kPlaces> met_;
 };
 
