@@ -92,7 +92,8 @@ private:
         const auto known = std::ranges::find(models_, code, &Model::code);
         if (known != models_.end()) return known->row;
         if (models_.size() == kMostModels) models_.clear();
-        return models_.emplace_back(code, widgets::makeRow({}, {}, core::ResultIconKey(code))).row;
+        models_.push_back({code, widgets::makeRow({}, {}, core::ResultIconKey(code))});
+        return models_.back().row;
     }
 
     widgets::ListView& list_;

@@ -84,12 +84,16 @@ int removeUpToOpenEntry(core::Globals& globals, const core::LogViews::ListRef& l
 
 } // namespace
 
-void CopyRows(core::Globals& globals, core::LogViews::ListRef list) {
+// Both keep the list: the host's pointer is the host's code, which may take it away.
+
+void CopyRows(core::Globals& globals, const core::LogViews::ListRef& view) {
+    const core::LogViews::ListRef list = view;
     const host::BusyPointer busy(globals.store.Workspace);
     globals.platform.clipboard.setText(selectedText(*list));
 }
 
-void DeleteRows(core::Globals& globals, core::LogViews::ListRef list) {
+void DeleteRows(core::Globals& globals, const core::LogViews::ListRef& view) {
+    const core::LogViews::ListRef list = view;
     if (globals.ExpansionBusy) return;
     const host::BusyPointer busy(globals.store.Workspace);
     SelectedRows rows(*list);

@@ -10,10 +10,10 @@ namespace cvlog::view {
 
 /// Puts the selected rows of the list on the clipboard: a line a row, in the list's order, each of seven fields with
 /// tabs between them and CR LF at its end, hidden columns included. Throws when the clipboard does not take them.
-void CopyRows(core::Globals& globals, core::LogViews::ListRef list);
+void CopyRows(core::Globals& globals, const core::LogViews::ListRef& view);
 
 /// Removes the rows that are selected in the list from every list; an open entry goes with its child rows. Nothing
 /// happens while a collapse or an expansion runs.
-void DeleteRows(core::Globals& globals, core::LogViews::ListRef list);
+void DeleteRows(core::Globals& globals, const core::LogViews::ListRef& view);
 
 } // namespace cvlog::view
