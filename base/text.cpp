@@ -153,7 +153,8 @@ bool equalsIgnoringCase(std::u16string_view left, std::u16string_view right) noe
 }
 
 bool isSame(std::u16string_view left, std::u16string_view right) noexcept {
-    return left.size() == right.size() &&
+    if (left.size() != right.size()) return false;
+    return left.empty() || // may lie nowhere
            std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
 }
 

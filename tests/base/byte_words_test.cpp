@@ -30,7 +30,8 @@ TEST(placesInBlock, AreThoseOfTheByteHoweverTheyAreLookedFor) {
 }
 
 TEST(UnusualBytes, AreFoundAtEveryPlaceOfTextsOfEveryLength) {
-    for (std::size_t size = 0; size <= 40; ++size) {
+    constexpr std::size_t kLongest = 2 * kBytesOfBlock + 10;
+    for (std::size_t size = 0; size <= kLongest; ++size) {
         const std::string plain(size, '~');
         EXPECT_FALSE(anyUnusual(plain)) << size;
         EXPECT_FALSE(anyUnusualByWords(plain)) << size;

@@ -55,6 +55,16 @@ TEST(EqualsIgnoringCase, ComparesEveryCodeUnitAndTheLength) {
     EXPECT_TRUE(equalsIgnoringCase(u"\xD800x"s, u"\xD800X"s));
 }
 
+TEST(IsSame, ComparesEveryCodeUnitAndTheLength) {
+    EXPECT_TRUE(isSame({}, u""));
+    EXPECT_TRUE(isSame(u"Log"s, u"Log"));
+    EXPECT_FALSE(isSame(u"Log", u"log"));
+    EXPECT_FALSE(isSame(u"Log", u"Log "));
+    EXPECT_FALSE(isSame(u"Log", {}));
+    EXPECT_FALSE(isSame(u"a\0b"s, u"a\0c"s)) << "what follows a NUL counts";
+    EXPECT_FALSE(isSame(u"a\u0141", u"a\u0041")) << "both bytes of a unit count";
+}
+
 TEST(Folded, GivesEqualTextsExactlyForEqualTexts) { EXPECT_EQ(folded(u"aB\u00E9\0z"s), u"AB\u00C9\0Z"s); }
 
 TEST(TrimBlanks, DropsOnlyU0020AndOnlyAtTheEnds) {
