@@ -47,8 +47,8 @@ std::unique_ptr<core::LogResources> makeResources() {
     return resources;
 }
 
-core::Platform platformOf(platform::win32::Services& shown, platform::headless::HeadlessPlatform& rest,
-                          store::Engine& engine) {
+core::Platform platformOf(platform::win32::Services& shown, ports::MessagePump& pump,
+                          platform::headless::HeadlessPlatform& rest, store::Engine& engine) {
     return {
         .clipboard = rest.clipboard,
         .clock = shown.clock,
@@ -56,7 +56,7 @@ core::Platform platformOf(platform::win32::Services& shown, platform::headless::
         .files = rest.files,
         .reader = rest.files,
         .codePage = shown.codePage,
-        .pump = shown.pump,
+        .pump = pump,
         .settings = rest.settings,
         .collator = shown.collator,
         .measurer = shown.measurer,
@@ -77,7 +77,8 @@ core::Platform platformOf(platform::win32::Services& shown, platform::headless::
 
 ShownLog::ShownLog(int lists)
     : engine_(store::makeLogEngine(platform_.files, objects_)),
-      globals_(platformOf(services_, platform_, *engine_)), log_(std::make_shared<core::CVLog>(globals_)) {
+      globals_(platformOf(services_, pump_, platform_, *engine_)),
+      log_(std::make_shared<core::CVLog>(globals_)) {
     globals_.frmLogResources = makeResources();
     globals_.store.CurrentLog = log_; // a log is open: what a new list takes its rows from
     for (int i = 0; i < lists; ++i) controls_.push_back(makeControl());

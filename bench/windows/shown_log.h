@@ -7,11 +7,28 @@
 #include "platform/win32/services.h"
 #include "view/log_control.h"
 
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
 
 namespace cvlog::bench {
+
+/// Runs what waits, and then something else.
+class PumpWithGuest final : public ports::MessagePump {
+public:
+    explicit PumpWithGuest(ports::MessagePump& pump) : pump_(pump) {}
+    bool inputWaiting() override { return pump_.inputWaiting(); }
+    bool yield() override {
+        const bool programGoesOn = pump_.yield();
+        if (guest) guest();
+        return programGoesOn;
+    }
+    std::function<void()> guest; // none: nothing else
+
+private:
+    ports::MessagePump& pump_;
+};
 
 /// A log whose lists have windows, without a host and without a database: what an entry costs is what showing it
 /// costs. A series is running, so that rows stay.
@@ -31,6 +48,7 @@ public:
     core::Globals& globals() noexcept { return globals_; }
     /// Files in memory, which its entries may refer to.
     platform::headless::MemoryFileSystem& files() noexcept { return platform_.files; }
+    PumpWithGuest& pump() noexcept { return pump_; }
     widgets::ListView& list(int index = 0) { return controls_[static_cast<std::size_t>(index)]->lvLog(); }
     platform::win32::ListViewWindow& window(int index = 0) { return windowOf(list(index)); }
     static platform::win32::ListViewWindow& windowOf(widgets::ListView& list) {
@@ -39,6 +57,7 @@ public:
 
 private:
     platform::win32::Services services_;
+    PumpWithGuest pump_{services_.pump};
     platform::headless::HeadlessPlatform platform_; // what the system has no part in
     platform::headless::HeadlessObjects objects_{platform_.gate};
     std::unique_ptr<store::Engine> engine_;
