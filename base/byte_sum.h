@@ -17,6 +17,7 @@ public:
     ByteSum() noexcept : ofByte_{} {}
     explicit ByteSum(const NumbersOfBytes& numbers) noexcept : ofByte_(numbers) {}
 
+    /// Of a single byte.
     std::int64_t ofByte(char16_t byte) const noexcept { return ofByte_[byte]; }
     /// Throws std::bad_alloc.
     std::int64_t of(std::string_view bytes) { return bytes.size() < kLong ? ofShort(bytes) : ofLong(bytes); }

@@ -66,6 +66,7 @@ void RowModels::Group::fetchRows() const noexcept {
     constexpr std::ptrdiff_t kNextLine = 64;
     for (const Model& model : models) {
         const auto* const row = reinterpret_cast<const char*>(model.row.get());
+        if (!row) continue; // its answers failed
         __builtin_prefetch(row, kToWrite);
         __builtin_prefetch(row + kNextLine, kToWrite);
     }
